@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The state of a decoder.
+
+// This header is not part of the public interface: it may change from one version to the next.
+
+#ifndef QFLDECODER_P_H
+#define QFLDECODER_P_H
+
+#include "qfldecoder.h"
+#include "qvideosurfaceoutput_p.h"
+
+#include <private/qmediaobject_p.h>
+
+#include <QtCore/qloggingcategory.h>
+
+class QFLDecodeControl;
+class QFLDecodingVideoSink;
+class QFLEncodedVideoSourceControl;
+
+Q_DECLARE_LOGGING_CATEGORY(lcFaceLinkDecoder)
+
+class QFLDecoderPrivate : public QMediaObjectPrivate
+{
+    Q_DECLARE_PUBLIC(QFLDecoder)
+
+public:
+    ~QFLDecoderPrivate() override;
+
+    void acquireControl();
+
+    bool linkTo(QFLEncodedVideoSourceControl *control);
+    void bindTo(QMediaObject *object, QFLEncodedVideoSourceControl *control);
+    void unbind();
+    void forgetMediaObject();
+    void forgetSource(QFLEncodedVideoSourceControl *control);
+
+    void _q_error(QFLDecoder::Error code, const QString &description);
+    void _q_outputFormatChanged(const QVideoSurfaceFormat &format);
+
+    QMediaObject *boundMediaObject = nullptr;
+    QVideoSurfaceFormat outputFormat;
+    QVideoSurfaceOutput videoOutput;
+    QObject *boundVideoOutput = nullptr;
+    QFLDecodeControl *decodeControl = nullptr;
+    QFLEncodedVideoSourceControl *sourceControl = nullptr;
+    QFLDecodingVideoSink *decodingSink = nullptr;
+    QFLDecoder::Error error = QFLDecoder::NoError;
+    QString errorString;
+    QMetaObject::Connection mediaObjectDestroyed;
+    QMetaObject::Connection sourceDestroyed;
+};
+
+#endif

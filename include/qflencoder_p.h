@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The state of an encoder.
+
+// This header is not part of the public interface: it may change from one version to the next.
+
+#ifndef QFLENCODER_P_H
+#define QFLENCODER_P_H
+
+#include "qflencoder.h"
+
+#include <private/qmediaobject_p.h>
+
+#include <QtCore/qloggingcategory.h>
+
+class QFLEncodeControl;
+class QFLEncodedVideoSourceControl;
+class QFLEncoderVideoSurface;
+class QFLRawVideoSourceControl;
+class QVideoEncoderSettingsControl;
+class QVideoRendererControl;
+
+Q_DECLARE_LOGGING_CATEGORY(lcFaceLinkEncoder)
+
+class QFLEncoderPrivate : public QMediaObjectPrivate
+{
+    Q_DECLARE_PUBLIC(QFLEncoder)
+
+public:
+    void acquireControls();
+    void releaseControls();
+
+    void bindTo(QMediaObject *object);
+    void attachSurface(QMediaService *boundService);
+    void detachSurface();
+    void forgetMediaObject();
+
+    void _q_error(QFLEncoder::Error code, const QString &description);
+
+    QFLEncodeControl *encodeControl = nullptr;
+    QVideoEncoderSettingsControl *settingsControl = nullptr;
+    QMediaObject *mediaObject = nullptr;
+    QFLEncoderVideoSurface *surface = nullptr;
+    QFLRawVideoSourceControl *rawVideoSourceControl = nullptr;
+    QVideoRendererControl *rendererControl = nullptr;
+    QFLEncodedVideoSourceControl *encodedVideoSourceControl = nullptr;
+    QFLSink *sink = nullptr;
+    QFLEncoder::Error error = QFLEncoder::NoError;
+    QString errorString;
+    QMetaObject::Connection mediaObjectDestroyed;
+};
+
+#endif

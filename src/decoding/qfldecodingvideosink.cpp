@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The sink that feeds a decoder.
+
+#include "qfldecodingvideosink.h"
+#include "qfldecodingvideosink_p.h"
+
+#include "qfldecoder_p.h"
+
+#include <QtCore/qdebug.h>
+
+static QFLSink::Error sinkError(QFLDecoder::Error error)
+{
+    switch (error) {
+    case QFLDecoder::ResourceError:
+        return QFLSink::ResourceError;
+    case QFLDecoder::FormatError:
+        return QFLSink::FormatError;
+    case QFLDecoder::HardwareError:
+        return QFLSink::HardwareError;
+    case QFLDecoder::NoError:
+        break;
+    }
+    return QFLSink::NoError;
+}
+
+QFLDecodingVideoSinkPrivate::QFLDecodingVideoSinkPrivate(QFLDecodingVideoSink *sink,
+                                                         QFLDecoder *decoder)
+    : q_ptr(sink), decoder(decoder)
+{
+}
+
+void QFLDecodingVideoSinkPrivate::_q_error(QFLDecoder::Error error)
+{
+    q_ptr->setError(sinkError(error));
+}
+
+void QFLDecodingVideoSinkPrivate::_q_statusChanged(QFLDecoder::Status status)
+{
+    q_ptr->setActive(status >= QFLDecoder::StartingStatus);
+}
+
+/*!
+    \class QFLDecodingVideoSink
+    \brief The sink that feeds a decoder with the stream of the source it is linked to.
+
+    Every call goes straight to the decoder. The sink is active while the decoder is starting or
+    started, and reports the decoder's errors as its own. It lives in the decoder's thread.
+*/
+
+/*!
+    Makes a sink for \a decoder, its parent. A sink without decoder refuses everything.
+*/
+QFLDecodingVideoSink::QFLDecodingVideoSink(QFLDecoder *decoder)
+    : QObject(decoder), d(new QFLDecodingVideoSinkPrivate(this, decoder))
+{
+    if (!decoder)
+        return;
+
+    // The private slots are known by name only.
+    connect(decoder, SIGNAL(statusChanged(QFLDecoder::Status)),
+            SLOT(_q_statusChanged(QFLDecoder::Status)));
+    connect(decoder, SIGNAL(errorChanged(QFLDecoder::Error)), SLOT(_q_error(QFLDecoder::Error)));
+}
+
+/*!
+    Tells the source, if there is one, that the sink has become inactive.
+*/
+QFLDecodingVideoSink::~QFLDecodingVideoSink()
+{
+    setActive(false);
+}
+
+/*!
+    Returns whether the decoder can decode a stream with these \a settings.
+*/
+bool QFLDecodingVideoSink::isFormatSupported(const QVideoEncoderSettings &settings) const
+{
+    return d->decoder && d->decoder->isFormatSupported(settings);
+}
+
+/*!
+    Starts the decoder with \a settings. Returns false, and leaves the sink as it is, if it doesn't
+    start.
+*/
+bool QFLDecodingVideoSink::start(const QVideoEncoderSettings &settings)
+{
+    qCDebug(lcFaceLinkDecoder);
+
+    return d->decoder && d->decoder->start(settings) && QFLEncodedVideoSink::start(settings);
+}
+
+/*!
+    Has the decoder decode \a frame and returns whether it takes it.
+*/
+bool QFLDecodingVideoSink::encodedVideoFrame(const QFLEncodedVideoFrame &frame)
+{
+    return d->decoder && d->decoder->decode(frame);
+}
+
+/*!
+    Drains the decoder; the sink stays active until the decoder's status says otherwise.
+*/
+void QFLDecodingVideoSink::drain()
+{
+    qCDebug(lcFaceLinkDecoder);
+
+    if (d->decoder)
+        d->decoder->drain();
+    else
+        QFLEncodedVideoSink::stop();
+}
+
+/*!
+    Stops the decoder, then the sink.
+*/
+void QFLDecodingVideoSink::stop()
+{
+    qCDebug(lcFaceLinkDecoder);
+
+    if (d->decoder)
+        d->decoder->stop();
+    QFLEncodedVideoSink::stop();
+}
+
+#include "moc_qfldecodingvideosink.cpp"
