@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Tells when a camera is plugged in or taken away.
+
+#ifndef CAMERADEVICEMONITOR_H
+#define CAMERADEVICEMONITOR_H
+
+#include "gstpointers.h"
+
+#include <QtCore/qobject.h>
+
+class CameraDeviceMonitor : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CameraDeviceMonitor(QObject *parent = nullptr);
+    ~CameraDeviceMonitor() override;
+
+Q_SIGNALS:
+    void devicesChanged();
+
+private:
+    static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer self);
+
+    std::unique_ptr<GstDeviceMonitor, GstObjectUnref> m_monitor;
+};
+
+#endif

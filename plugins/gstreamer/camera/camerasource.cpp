@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Where the frames of a camera come from.
+
+#include "camerasource.h"
+
+#include "cameradevices.h"
+#include "filecamerasource.h"
+#include "testcamerasource.h"
+#include "video4linuxcamerasource.h"
+
+/*!
+    \class CameraSource
+
+    Knows one camera: what it can deliver and which pipeline delivers it. It is used on the
+   control's thread only and runs nothing itself.
+
+    \fn CameraFailure CameraSource::open()
+
+    Finds out what the camera offers; called once, before everything else, while the camera is being
+    loaded. May take as long as reading the start of a file. The failure's text names the camera.
+
+    \fn QCameraViewfinderSettings CameraSource::defaultSettings() const
+
+    What is used where nothing is asked for. An empty resolution leaves the size to the camera.
+
+    \fn GstElementPointer CameraSource::createPipeline(const QCameraViewfinderSettings &settings,
+                                                       CameraFailure *failure) const
+
+    A stopped pipeline that ends in an appsink called "frames" and delivers what \a settings, which
+    are complete, ask for, at the pace of a camera; null with \a failure when an element is missing.
+*/
+
+CameraSource::CameraSource() = default;
+CameraSource::~CameraSource() = default;
+
+/*! A source for the camera that CameraDevices lists as \a deviceName; it need not be there. */
+std::unique_ptr<CameraSource> CameraSource::create(const QByteArray &deviceName)
+{
+    const QString filePath = CameraDevices::filePath(deviceName);
+    if (!filePath.isEmpty())
+        return std::make_unique<FileCameraSource>(filePath);
+    const QByteArray devicePath = CameraDevices::video4LinuxPath(deviceName);
+    if (!devicePath.isEmpty())
+        return std::make_unique<Video4LinuxCameraSource>(devicePath);
+    return std::make_unique<TestCameraSource>();
+}
+
+/*! Whether the pictures begin again after the last one; else the end of the stream is a failure. */
+bool CameraSource::isRepeating() const
+{
+    return false;
+}
+
+/*! Builds the pipeline that \a description spells out; GStreamer's own text names what is missing.
+ */
+GstElementPointer CameraSource::parse(const QString &description, CameraFailure *failure)
+{
+    GError *error = nullptr;
+    GstElement *pipeline = gst_parse_launch_full(description.toUtf8().constData(), nullptr,
+                                                 GST_PARSE_FLAG_FATAL_ERRORS, &error);
+    if (!pipeline) {
+        *failure = {QCamera::ServiceMissingError, QString::fromUtf8(error->message)};
+        g_clear_error(&error);
+        return nullptr;
+    }
+    return GstElementPointer(GST_ELEMENT(gst_object_ref_sink(pipeline)));
+}

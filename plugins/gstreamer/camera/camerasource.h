@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Where the frames of a camera come from.
+
+#ifndef CAMERASOURCE_H
+#define CAMERASOURCE_H
+
+#include "camerafailure.h"
+#include "gstpointers.h"
+
+#include <QtCore/qlist.h>
+#include <QtMultimedia/qcameraviewfindersettings.h>
+
+#include <memory>
+
+class CameraSource
+{
+public:
+    static std::unique_ptr<CameraSource> create(const QByteArray &deviceName);
+    virtual ~CameraSource();
+
+    virtual CameraFailure open() = 0;
+    virtual QList<QCameraViewfinderSettings> supportedSettings() const = 0;
+    virtual QCameraViewfinderSettings defaultSettings() const = 0;
+
+    virtual GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
+                                             CameraFailure *failure) const = 0;
+    virtual bool isRepeating() const;
+
+protected:
+    CameraSource();
+
+    static GstElementPointer parse(const QString &description, CameraFailure *failure);
+
+private:
+    Q_DISABLE_COPY(CameraSource)
+};
+
+#endif

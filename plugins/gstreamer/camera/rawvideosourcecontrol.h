@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Hands the camera's frames to an encoder's surface.
+
+#ifndef RAWVIDEOSOURCECONTROL_H
+#define RAWVIDEOSOURCECONTROL_H
+
+#include "qflrawvideosourcecontrol.h"
+
+class SurfaceFeeder;
+
+class RawVideoSourceControl : public QFLRawVideoSourceControl
+{
+    Q_OBJECT
+
+public:
+    explicit RawVideoSourceControl(SurfaceFeeder *surfaces, QObject *parent = nullptr);
+    ~RawVideoSourceControl() override;
+
+    QAbstractVideoSurface *surface() const override;
+    void setSurface(QAbstractVideoSurface *surface) override;
+
+private:
+    SurfaceFeeder *m_surfaces;
+};
+
+#endif

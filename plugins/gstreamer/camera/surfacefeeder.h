@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Presents a camera's frames on all surfaces that its controls were given.
+
+#ifndef SURFACEFEEDER_H
+#define SURFACEFEEDER_H
+
+#include "surfacefeed.h"
+
+#include <QtCore/qmap.h>
+#include <QtCore/qobject.h>
+
+#include <memory>
+#include <vector>
+
+class SurfaceFeeder : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SurfaceFeeder(QObject *parent = nullptr);
+
+    QAbstractVideoSurface *surface(const QObject *control) const;
+    void setSurface(const QObject *control, QAbstractVideoSurface *surface);
+
+    void present(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
+    void stop();
+
+private:
+    using FeedPointer = std::shared_ptr<SurfaceFeed>;
+
+    bool isInUse(const QAbstractVideoSurface *surface) const;
+    void removeUnused();
+
+    QMap<const QObject *, QPointer<QAbstractVideoSurface>> m_surfaces;
+    std::vector<FeedPointer> m_feeds;
+    int m_run = 0;
+};
+
+#endif

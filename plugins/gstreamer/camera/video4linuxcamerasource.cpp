@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// A camera that Video4Linux drives.
+
+#include "video4linuxcamerasource.h"
+
+#include "capturesettings.h"
+
+namespace {
+
+const QSize usualSize(1280, 720);
+const qreal usualFrameRate = 30;
+
+QString modeCaps(const CameraMode &mode, qreal frameRate)
+{
+    const qreal rate = qBound(mode.minimumFrameRate, frameRate, mode.maximumFrameRate);
+    const QString kind = mode.isMotionJpeg ? QStringLiteral("image/jpeg")
+                                           : CaptureSettings::rawCaps(QSize(), mode.pixelFormat);
+    return QStringLiteral("%1,width=%2,height=%3,%4")
+            .arg(kind)
+            .arg(mode.size.width())
+            .arg(mode.size.height())
+            .arg(CaptureSettings::frameRateField(rate));
+}
+
+/*! Everything behind the device; each step is there only where \a mode isn't what is asked for. */
+QString description(const CameraMode &mode, const QCameraViewfinderSettings &settings)
+{
+    QString steps = QStringLiteral("capsfilter caps=\"%1\" ! ")
+                            .arg(modeCaps(mode, settings.maximumFrameRate()));
+    if (mode.isMotionJpeg)
+        steps += QStringLiteral("jpegdec ! ");
+    if (mode.minimumFrameRate > settings.maximumFrameRate()) {
+        steps += QStringLiteral("videorate drop-only=true ! video/x-raw,%1 ! ")
+                         .arg(CaptureSettings::frameRateField(settings.maximumFrameRate()));
+    }
+    steps += QStringLiteral("videoconvertscale ! %1 ! ")
+                     .arg(CaptureSettings::rawCaps(settings.resolution(), settings.pixelFormat()));
+    return steps + QStringLiteral("appsink name=frames sync=false enable-last-sample=false");
+}
+
+} // namespace
+
+/*! \a path is the device's file, such as "/dev/video0". */
+Video4LinuxCameraSource::Video4LinuxCameraSource(const QByteArray &path) : m_path(path) { }
+
+CameraFailure Video4LinuxCameraSource::open()
+{
+    const QString name = QString::fromLocal8Bit(m_path);
+    m_device = Video4LinuxDevices::find(m_path);
+    if (!m_device)
+        return {QCamera::CameraError, tr("%1: there is no such camera").arg(name)};
+    const GstCapsPointer caps(gst_device_get_caps(m_device.get()));
+    if (caps)
+        m_modes = CameraModes::fromCaps(caps.get());
+    if (m_modes.isEmpty())
+        return {QCamera::CameraError, tr("%1: the camera has no usable format").arg(name)};
+    return {};
+}
+
+QList<QCameraViewfinderSettings> Video4LinuxCameraSource::supportedSettings() const
+{
+    QList<QCameraViewfinderSettings> settings;
+    for (const CameraMode &mode : m_modes) {
+        const QVideoFrame::PixelFormat format
+                = mode.isMotionJpeg ? QVideoFrame::Format_YUV420P : mode.pixelFormat;
+        settings.append(CaptureSettings::make(mode.size, mode.minimumFrameRate,
+                                              mode.maximumFrameRate, format));
+    }
+    return settings;
+}
+
+/*! The size and rate nearest to 1280x720 at 30 frames per second. */
+QCameraViewfinderSettings Video4LinuxCameraSource::defaultSettings() const
+{
+    const CameraMode mode = CameraModes::best(m_modes, usualSize, usualFrameRate);
+    const qreal rate = qMin(mode.maximumFrameRate, usualFrameRate);
+    return CaptureSettings::make(mode.size, rate, rate, QVideoFrame::Format_Invalid);
+}
+
+GstElementPointer Video4LinuxCameraSource::createPipeline(const QCameraViewfinderSettings &settings,
+                                                          CameraFailure *failure) const
+{
+    const CameraMode mode
+            = CameraModes::best(m_modes, settings.resolution(), settings.maximumFrameRate());
+    GError *error = nullptr;
+    GstElement *rest = gst_parse_bin_from_description(
+            description(mode, settings).toUtf8().constData(), true, &error);
+    GstElement *camera = gst_device_create_element(m_device.get(), "camera");
+    if (error || !camera) {
+        const QString reason = error ? QString::fromUtf8(error->message) : tr("no source element");
+        *failure = {QCamera::ServiceMissingError,
+                    QStringLiteral("%1: %2").arg(QString::fromLocal8Bit(m_path), reason)};
+        g_clear_error(&error);
+        return nullptr;
+    }
+    GstElementPointer pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+    gst_bin_add_many(GST_BIN(pipeline.get()), camera, rest, nullptr);
+    gst_element_link(camera, rest);
+    return pipeline;
+}

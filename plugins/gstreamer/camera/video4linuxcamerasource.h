@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// A camera that Video4Linux drives.
+
+#ifndef VIDEO4LINUXCAMERASOURCE_H
+#define VIDEO4LINUXCAMERASOURCE_H
+
+#include "cameramodes.h"
+#include "camerasource.h"
+#include "video4linuxdevices.h"
+
+#include <QtCore/qcoreapplication.h>
+
+class Video4LinuxCameraSource : public CameraSource
+{
+    Q_DECLARE_TR_FUNCTIONS(Video4LinuxCameraSource)
+
+public:
+    explicit Video4LinuxCameraSource(const QByteArray &path);
+
+    CameraFailure open() override;
+    QList<QCameraViewfinderSettings> supportedSettings() const override;
+    QCameraViewfinderSettings defaultSettings() const override;
+
+    GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
+                                     CameraFailure *failure) const override;
+
+private:
+    QByteArray m_path;
+    GstDevicePointer m_device;
+    QVector<CameraMode> m_modes;
+};
+
+#endif

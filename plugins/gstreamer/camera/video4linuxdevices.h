@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The cameras that Video4Linux drives.
+
+#ifndef VIDEO4LINUXDEVICES_H
+#define VIDEO4LINUXDEVICES_H
+
+#include "gstpointers.h"
+
+#include <QtCore/qbytearray.h>
+#include <QtMultimedia/qcamera.h>
+
+#include <vector>
+
+using GstDevicePointer = std::unique_ptr<GstDevice, GstObjectUnref>;
+
+namespace Video4LinuxDevices {
+
+std::vector<GstDevicePointer> all();
+GstDevicePointer find(const QByteArray &path);
+
+QByteArray path(GstDevice *device);
+QString description(GstDevice *device);
+
+QCamera::Position position(const QByteArray &path);
+int orientation(const QByteArray &path);
+
+} // namespace Video4LinuxDevices
+
+#endif

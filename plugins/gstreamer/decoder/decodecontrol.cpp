@@ -1,0 +1,316 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Decodes a stream of encoded frames with GStreamer.
+
+#include "decodecontrol.h"
+
+#include "gstreamersetup.h"
+#include "videorenderercontrol.h"
+
+#include <algorithm>
+
+namespace {
+
+// About a second of video: a burst after a pause in the network fits, a decoder that is too slow
+// doesn't make the picture lag further behind.
+const int maximumBacklog = 32;
+
+// More than any decoder holds back for the sake of the order of the pictures.
+const int maximumSilence = 30;
+
+const int maximumRestarts = 3;
+const qint64 restartPeriod = 5000; // milliseconds
+
+QFLDecoder::Error errorCode(Pipeline::ErrorKind kind)
+{
+    switch (kind) {
+    case Pipeline::ResourceError:
+        return QFLDecoder::ResourceError;
+    case Pipeline::FormatError:
+        return QFLDecoder::FormatError;
+    case Pipeline::HardwareError:
+        return QFLDecoder::HardwareError;
+    }
+    return QFLDecoder::ResourceError;
+}
+
+} // namespace
+
+/*!
+    \class DecodeControl
+
+    Lives in the thread of the decoder; all calls come from there and all signals are emitted there.
+    The pictures go to the renderer control, which is not owned and must outlive this object.
+
+    A run begins with start() and ends with stop() or with an error that cannot be overcome; a
+    drained run still has to be stopped, flushed or started again. A frame that cannot be decoded,
+    because a key frame has to come first or because the queue is full, is refused, so that whoever
+    delivers the frames notices and asks for a key frame.
+*/
+
+DecodeControl::DecodeControl(VideoRendererControl *renderer, QObject *parent)
+    : QFLDecodeControl(parent), m_renderer(renderer)
+{
+    m_clock.start();
+    connect(m_renderer, &VideoRendererControl::pixelFormatsChanged, this,
+            &DecodeControl::updatePixelFormats);
+    connect(m_renderer, &VideoRendererControl::formatRefused, this,
+            &DecodeControl::reportRefusedFormat);
+    connect(&m_pipeline, &DecoderPipeline::pictureDecoded, this, &DecodeControl::present);
+    connect(&m_pipeline, &DecoderPipeline::errorReported, this, &DecodeControl::handleError);
+    connect(&m_pipeline, &DecoderPipeline::endOfStreamReached, this,
+            &DecodeControl::finishDraining);
+}
+
+DecodeControl::~DecodeControl()
+{
+    m_pipeline.reset();
+    m_renderer->stop();
+}
+
+QStringList DecodeControl::supportedCodecs(bool hardwareOnly) const
+{
+    return Codecs::names(Codecs::decoders(), hardwareOnly);
+}
+
+/*! Depends on the codec alone: size and rate are those of the stream, whatever they are. */
+bool DecodeControl::isFormatSupported(const QVideoEncoderSettings &settings) const
+{
+    return !Codecs::find(Codecs::decoders(), settings.codec()).factoryName.isEmpty();
+}
+
+/*!
+    Ends the present run, if any, and begins one. \a settings names the codec or the decoder
+    element; without either the first available codec is decoded. On failure error() is emitted
+    and the status is UnloadedStatus.
+*/
+bool DecodeControl::start(const QVideoEncoderSettings &settings)
+{
+    stop();
+    // Each report of a status may lead the application to stop or start again.
+    if (m_status != QFLDecoder::UnloadedStatus || !load(settings))
+        return false;
+    if (!setStatus(QFLDecoder::LoadedStatus) || !setStatus(QFLDecoder::StartingStatus))
+        return false;
+    if (!m_pipeline.play() || !setStatus(QFLDecoder::StartedStatus))
+        return false;
+    updatePixelFormats();
+    return m_status == QFLDecoder::StartedStatus;
+}
+
+QVideoEncoderSettings DecodeControl::videoSettings() const
+{
+    return m_settings;
+}
+
+/*! Of the pictures as the surface gets them, after conversion; kept when the run ends. */
+QVideoSurfaceFormat DecodeControl::outputFormat() const
+{
+    return m_outputFormat;
+}
+
+/*! False for a frame that is not decoded and on which later frames therefore cannot build. */
+bool DecodeControl::decode(const QFLEncodedVideoFrame &frame)
+{
+    QByteArray data = frame.data();
+    if (m_status != QFLDecoder::StartedStatus || m_isDraining || !frame.isValid() || data.isEmpty())
+        return false;
+    const BitstreamGate::Verdict verdict = m_gate.examine(&data);
+    if (verdict == BitstreamGate::Malformed)
+        reportMalformedFrame();
+    if (verdict != BitstreamGate::Admitted)
+        return verdict == BitstreamGate::Kept;
+    if (m_pipeline.backlog() >= maximumBacklog || !m_pipeline.push(data, frame.meta().timestamp)) {
+        m_gate.close();
+        return false;
+    }
+    // Some decoders wait for a key frame without a word when a frame was lost.
+    if (m_pipeline.unansweredCount() > maximumSilence)
+        m_gate.close();
+    return true;
+}
+
+/*!
+    Takes no further frames and presents what is queued; then the status is EndOfStreamStatus and
+    endOfStream() is emitted. The surface goes on showing the last picture.
+*/
+void DecodeControl::drain()
+{
+    if (m_status != QFLDecoder::StartedStatus || m_isDraining)
+        return;
+    m_isDraining = true;
+    m_pipeline.endStream();
+}
+
+/*!
+    Drops the frames that are queued and the pictures not yet presented, and waits for a key frame.
+    A run that is being drained, or has been, takes frames again.
+*/
+void DecodeControl::flush()
+{
+    if (m_status != QFLDecoder::StartedStatus && m_status != QFLDecoder::EndOfStreamStatus)
+        return;
+    if (restart())
+        setStatus(QFLDecoder::StartedStatus);
+}
+
+/*! Ends the run at once. Nothing that is queued is presented any more. */
+void DecodeControl::stop()
+{
+    if (m_status == QFLDecoder::UnloadedStatus)
+        return;
+    const bool isLoading = m_status == QFLDecoder::LoadingStatus;
+    m_pipeline.reset();
+    m_settings = QVideoEncoderSettings();
+    m_isDraining = false;
+    if (!isLoading && !setStatus(QFLDecoder::StoppingStatus))
+        return;
+    m_renderer->stop();
+    if (!isLoading && !setStatus(QFLDecoder::LoadedStatus))
+        return;
+    if (setStatus(QFLDecoder::UnloadingStatus))
+        setStatus(QFLDecoder::UnloadedStatus);
+}
+
+QFLDecoder::Status DecodeControl::status() const
+{
+    return m_status;
+}
+
+/*! False if the application has changed the status in answer to the report of this one. */
+bool DecodeControl::setStatus(QFLDecoder::Status status)
+{
+    if (m_status != status) {
+        m_status = status;
+        Q_EMIT statusChanged(status);
+    }
+    return m_status == status;
+}
+
+bool DecodeControl::load(const QVideoEncoderSettings &settings)
+{
+    QString errorText;
+    if (!GStreamerSetup::initialize(&errorText)) {
+        Q_EMIT error(QFLDecoder::ResourceError, errorText);
+        return false;
+    }
+    m_decoder = Codecs::find(Codecs::decoders(), settings.codec());
+    if (m_decoder.factoryName.isEmpty()) {
+        reportUnknownCodec(settings.codec());
+        return false;
+    }
+    m_settings = settings;
+    m_outputFormat = QVideoSurfaceFormat();
+    m_restartTimes.clear();
+    m_malformedFrameReported = false;
+    m_gate.reset(m_decoder.codec);
+    return setStatus(QFLDecoder::LoadingStatus) && build();
+}
+
+bool DecodeControl::build()
+{
+    const QString errorText = m_pipeline.build(m_decoder);
+    if (errorText.isEmpty())
+        return true;
+    abandon(QFLDecoder::ResourceError, errorText);
+    return false;
+}
+
+/*! Begins anew at the next key frame, with nothing left of what the decoder held. */
+bool DecodeControl::restart()
+{
+    m_gate.close();
+    m_isDraining = false;
+    return build() && m_pipeline.play();
+}
+
+/*! Ends the run for the reason given. The error comes last: the application may start again. */
+void DecodeControl::abandon(QFLDecoder::Error code, const QString &text)
+{
+    stop();
+    Q_EMIT error(code, text);
+}
+
+void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
+{
+    if (m_status == QFLDecoder::StartingStatus) {
+        abandon(errorCode(kind), text);
+    } else if (m_isDraining) {
+        // No key frame will come to begin again at, so this is as far as the stream gets.
+        Q_EMIT error(errorCode(kind), text);
+        finishDraining();
+    } else if (mayRestart()) {
+        restart();
+    } else {
+        abandon(kind == Pipeline::HardwareError ? QFLDecoder::HardwareError
+                                                : QFLDecoder::ResourceError,
+                text);
+    }
+}
+
+bool DecodeControl::mayRestart()
+{
+    const qint64 now = m_clock.elapsed();
+    const auto isOver = [now](qint64 time) { return now - time > restartPeriod; };
+    m_restartTimes.erase(std::remove_if(m_restartTimes.begin(), m_restartTimes.end(), isOver),
+                         m_restartTimes.end());
+    if (m_restartTimes.size() >= maximumRestarts)
+        return false;
+    m_restartTimes.append(now);
+    return true;
+}
+
+void DecodeControl::finishDraining()
+{
+    if (!m_isDraining)
+        return;
+    m_isDraining = false;
+    if (setStatus(QFLDecoder::EndOfStreamStatus))
+        Q_EMIT endOfStream();
+}
+
+void DecodeControl::reportUnknownCodec(const QString &codec)
+{
+    if (codec.isEmpty())
+        Q_EMIT error(QFLDecoder::ResourceError, tr("No decoder is installed"));
+    else if (DecoderPipeline::isKnownCodec(codec))
+        Q_EMIT error(QFLDecoder::ResourceError, tr("No decoder for %1 is installed").arg(codec));
+    else
+        Q_EMIT error(QFLDecoder::FormatError, tr("The codec \"%1\" is unknown").arg(codec));
+}
+
+/*! Once in a run: where one frame is no frame, the others mostly aren't either. */
+void DecodeControl::reportMalformedFrame()
+{
+    m_gate.close();
+    if (m_malformedFrameReported)
+        return;
+    m_malformedFrameReported = true;
+    Q_EMIT error(QFLDecoder::FormatError, tr("The data is no %1 frame").arg(m_decoder.codec));
+}
+
+void DecodeControl::reportRefusedFormat(const QVideoSurfaceFormat &format)
+{
+    Q_EMIT error(QFLDecoder::FormatError,
+                 tr("The video surface doesn't start with pictures of %1x%2")
+                         .arg(format.frameWidth())
+                         .arg(format.frameHeight()));
+}
+
+void DecodeControl::updatePixelFormats()
+{
+    const bool isUsable = m_pipeline.setPixelFormats(m_renderer->pixelFormats());
+    if (!isUsable && m_status == QFLDecoder::StartedStatus)
+        Q_EMIT error(QFLDecoder::FormatError,
+                     tr("The video surface takes none of the available pixel formats"));
+}
+
+void DecodeControl::present(const QVideoFrame &picture, const QVideoSurfaceFormat &format)
+{
+    if (format != m_outputFormat) {
+        m_outputFormat = format;
+        Q_EMIT outputFormatChanged(format);
+    }
+    if (m_status == QFLDecoder::StartedStatus)
+        m_renderer->present(picture, format);
+}

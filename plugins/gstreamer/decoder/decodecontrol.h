@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Decodes a stream of encoded frames with GStreamer.
+
+#ifndef DECODECONTROL_H
+#define DECODECONTROL_H
+
+#include "bitstreamgate.h"
+#include "decoderpipeline.h"
+
+#include <qfldecodecontrol.h>
+
+#include <QtCore/qelapsedtimer.h>
+#include <QtCore/qvector.h>
+
+class VideoRendererControl;
+
+class DecodeControl : public QFLDecodeControl
+{
+    Q_OBJECT
+
+public:
+    explicit DecodeControl(VideoRendererControl *renderer, QObject *parent = nullptr);
+    ~DecodeControl() override;
+
+    QStringList supportedCodecs(bool hardwareOnly) const override;
+    bool isFormatSupported(const QVideoEncoderSettings &settings) const override;
+
+    bool start(const QVideoEncoderSettings &settings) override;
+    QVideoEncoderSettings videoSettings() const override;
+    QVideoSurfaceFormat outputFormat() const override;
+    bool decode(const QFLEncodedVideoFrame &frame) override;
+    void drain() override;
+    void flush() override;
+    void stop() override;
+
+    QFLDecoder::Status status() const override;
+
+private:
+    bool setStatus(QFLDecoder::Status status);
+
+    bool load(const QVideoEncoderSettings &settings);
+    bool build();
+    bool restart();
+    void abandon(QFLDecoder::Error code, const QString &text);
+    void handleError(Pipeline::ErrorKind kind, const QString &text);
+    bool mayRestart();
+    void finishDraining();
+
+    void reportUnknownCodec(const QString &codec);
+    void reportMalformedFrame();
+    void reportRefusedFormat(const QVideoSurfaceFormat &format);
+    void updatePixelFormats();
+    void present(const QVideoFrame &picture, const QVideoSurfaceFormat &format);
+
+    VideoRendererControl *m_renderer;
+    DecoderPipeline m_pipeline;
+    BitstreamGate m_gate;
+    CodecElement m_decoder;
+    QVideoEncoderSettings m_settings;
+    QVideoSurfaceFormat m_outputFormat;
+    QFLDecoder::Status m_status = QFLDecoder::UnloadedStatus;
+    QElapsedTimer m_clock;
+    QVector<qint64> m_restartTimes;
+    bool m_isDraining = false;
+    bool m_malformedFrameReported = false;
+};
+
+#endif

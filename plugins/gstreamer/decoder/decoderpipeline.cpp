@@ -1,0 +1,345 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The GStreamer pipeline that turns encoded frames into pictures.
+
+#include "decoderpipeline.h"
+
+#include "videoformat.h"
+#include "videoframe.h"
+
+#include <gst/app/gstappsrc.h>
+
+#include <algorithm>
+
+namespace {
+
+// Decoders expect rising times and the application's may be anything, so frames are numbered and
+// the buffers get times that no decoder finds unusual.
+const GstClockTime frameInterval = GST_SECOND / 50;
+
+/*! What the number is attached as: decoders change times, but leave this with its picture. */
+GstCaps *sequenceReference()
+{
+    static const GstCapsPointer reference(gst_caps_new_empty_simple("timestamp/x-frame-sequence"));
+    return reference.get();
+}
+
+quint64 sequenceOf(GstBuffer *buffer)
+{
+    const auto *meta = gst_buffer_get_reference_timestamp_meta(buffer, sequenceReference());
+    return meta ? meta->timestamp : GST_BUFFER_PTS(buffer) / frameInterval;
+}
+
+struct StreamFormat
+{
+    const char *codec;
+    const char *caps;
+    const char *parser;
+};
+
+const StreamFormat streamFormats[] = {
+        {"H264", "video/x-h264, stream-format=(string)byte-stream, alignment=(string)au",
+         "h264parse"},
+        {"VP8", "video/x-vp8", nullptr},
+};
+
+const StreamFormat *streamFormatOf(const QString &codec)
+{
+    const auto found = std::find_if(
+            std::begin(streamFormats), std::end(streamFormats),
+            [&codec](const StreamFormat &format) { return codec == QLatin1String(format.codec); });
+    return found == std::end(streamFormats) ? nullptr : found;
+}
+
+struct ElementRole
+{
+    const char *name;
+    QByteArray factoryName;
+};
+
+QVector<ElementRole> elementRoles(const StreamFormat &format, const QByteArray &decoderName)
+{
+    QVector<ElementRole> roles = {{"source", "appsrc"}};
+    if (format.parser)
+        roles.append(ElementRole {"parser", format.parser});
+    roles.append(ElementRole {"decoder", decoderName});
+    // Passes pictures on untouched for as long as the surface takes the decoder's own format.
+    roles.append(ElementRole {"converter", "videoconvert"});
+    roles.append(ElementRole {"sink", "appsink"});
+    return roles;
+}
+
+QString addElements(GstBin *bin, const QVector<ElementRole> &roles)
+{
+    GstElement *previous = nullptr;
+    for (const ElementRole &role : roles) {
+        const QString name = QString::fromUtf8(role.factoryName);
+        GstElement *element = gst_element_factory_make(role.factoryName.constData(), role.name);
+        if (!element)
+            return DecoderPipeline::tr("%1: the element is not installed").arg(name);
+        gst_bin_add(bin, element);
+        if (previous && !gst_element_link(previous, element))
+            return DecoderPipeline::tr("%1: the element cannot be linked").arg(name);
+        previous = element;
+    }
+    return QString();
+}
+
+void setIfKnown(GstElement *element, const char *property, int value)
+{
+    if (g_object_class_find_property(G_OBJECT_GET_CLASS(element), property))
+        g_object_set(element, property, value, nullptr);
+}
+
+void configureDecoder(GstElement *decoder)
+{
+    const int sliceThreading = 2;
+    // The libav decoders hold back one frame for each thread that decodes whole frames.
+    setIfKnown(decoder, "max-threads", 1);
+    setIfKnown(decoder, "thread-type", sliceThreading);
+    // A broken frame is reported at once, so that decoding can begin again at a key frame.
+    setIfKnown(decoder, "max-errors", 0);
+}
+
+// Only formats that GStreamer's counterpart leads back to: a picture is labelled by that.
+QList<QVideoFrame::PixelFormat> usableFormats(const QList<QVideoFrame::PixelFormat> &formats)
+{
+    QList<QVideoFrame::PixelFormat> usable;
+    for (const QVideoFrame::PixelFormat format : formats) {
+        if (format != QVideoFrame::Format_Invalid
+            && VideoFormat::fromGst(VideoFormat::toGst(format)) == format)
+            usable.append(format);
+    }
+    return usable;
+}
+
+QList<QVideoFrame::PixelFormat> allFormats()
+{
+    QList<QVideoFrame::PixelFormat> formats;
+    for (int format = QVideoFrame::Format_Invalid + 1; format < QVideoFrame::NPixelFormats;
+         ++format)
+        formats.append(QVideoFrame::PixelFormat(format));
+    return usableFormats(formats);
+}
+
+GstCapsPointer capsOf(const QList<QVideoFrame::PixelFormat> &formats)
+{
+    QByteArrayList names;
+    for (const QVideoFrame::PixelFormat format : formats)
+        names.append(gst_video_format_to_string(VideoFormat::toGst(format)));
+    const QByteArray caps = "video/x-raw, format=(string){ " + names.join(", ") + " }";
+    return GstCapsPointer(gst_caps_from_string(caps.constData()));
+}
+
+void dropBytes(gpointer bytes)
+{
+    delete static_cast<QByteArray *>(bytes);
+}
+
+GstBuffer *wrap(const QByteArray &data)
+{
+    auto *bytes = new QByteArray(data);
+    const gsize size = gsize(bytes->size());
+    return gst_buffer_new_wrapped_full(GST_MEMORY_FLAG_READONLY,
+                                       const_cast<char *>(bytes->constData()), size, 0, size, bytes,
+                                       dropBytes);
+}
+
+} // namespace
+
+/*!
+    \class DecoderPipeline
+
+    appsrc, parser, decoder, converter and appsink. Encoded frames go in at the source; pictures
+    come out of the sink on a streaming thread, wait in a queue, and are announced in the thread
+    of this object, in order. Every picture has the timestamp that its frame came with.
+*/
+
+DecoderPipeline::DecoderPipeline(QObject *parent) : QObject(parent), m_pixelFormats(allFormats())
+{
+    connect(&m_pipeline, &Pipeline::errorReported, this, &DecoderPipeline::errorReported);
+    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &DecoderPipeline::finish);
+}
+
+DecoderPipeline::~DecoderPipeline()
+{
+    reset();
+}
+
+bool DecoderPipeline::isKnownCodec(const QString &codec)
+{
+    return streamFormatOf(codec);
+}
+
+/*! Puts a fresh pipeline in the place of the present one. The text of the failure, or empty. */
+QString DecoderPipeline::build(const CodecElement &decoder)
+{
+    reset();
+    const StreamFormat *format = streamFormatOf(decoder.codec);
+    if (!format)
+        return tr("The codec %1 is not supported").arg(decoder.codec);
+    GstElementPointer pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+    const QString errorText
+            = addElements(GST_BIN(pipeline.get()), elementRoles(*format, decoder.factoryName));
+    if (!errorText.isEmpty())
+        return errorText;
+    m_pipeline.adopt(std::move(pipeline));
+    m_source = m_pipeline.element("source");
+    m_sink = m_pipeline.element("sink");
+    configureDecoder(m_pipeline.element("decoder").get());
+    configureSource(format->caps);
+    configureSink();
+    return QString();
+}
+
+/*! Starts decoding. Before this returns false, errorReported() has been emitted. */
+bool DecoderPipeline::play()
+{
+    return m_pipeline.setState(GST_STATE_PLAYING);
+}
+
+/*! Drops everything that is queued. Nothing is announced from then on until the next play(). */
+void DecoderPipeline::reset()
+{
+    m_pipeline.reset();
+    m_source.reset();
+    m_sink.reset();
+    m_pictures.clear();
+    m_nextSequence = 0;
+    m_answeredSequence = 0;
+}
+
+/*!
+    Has pictures converted to one of \a formats unless the decoder's own is among them; an empty
+    list stands for any format. False when there is no way to make any of them; the pictures
+    then come in whatever format they have.
+*/
+bool DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats)
+{
+    const QList<QVideoFrame::PixelFormat> usable = usableFormats(formats);
+    m_pixelFormats = usable.isEmpty() ? allFormats() : usable;
+    if (m_sink) {
+        gst_app_sink_set_caps(GST_APP_SINK(m_sink.get()), capsOf(m_pixelFormats).get());
+        const GstPadPointer pad(gst_element_get_static_pad(m_sink.get(), "sink"));
+        gst_pad_push_event(pad.get(), gst_event_new_reconfigure());
+    }
+    return formats.isEmpty() || !usable.isEmpty();
+}
+
+/*! Queues a frame; its \a timestamp is in microseconds. */
+bool DecoderPipeline::push(const QByteArray &data, quint64 timestamp)
+{
+    GstBuffer *buffer = wrap(data);
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        GST_BUFFER_PTS(buffer) = m_nextSequence * frameInterval;
+        gst_buffer_add_reference_timestamp_meta(buffer, sequenceReference(), m_nextSequence,
+                                                GST_CLOCK_TIME_NONE);
+        m_timestamps[m_nextSequence % m_timestamps.size()] = timestamp;
+        ++m_nextSequence;
+    }
+    return gst_app_src_push_buffer(GST_APP_SRC(m_source.get()), buffer) == GST_FLOW_OK;
+}
+
+/*! Has everything decoded that is queued; endOfStreamReached() comes after the last picture. */
+void DecoderPipeline::endStream()
+{
+    gst_app_src_end_of_stream(GST_APP_SRC(m_source.get()));
+}
+
+/*! The number of frames that wait to be decoded and of pictures that wait to be announced. */
+int DecoderPipeline::backlog() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return queuedFrameCount() + int(m_pictures.size());
+}
+
+/*! How many frames the decoder has taken in since the last one for which it gave a picture. */
+int DecoderPipeline::unansweredCount() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return int(m_nextSequence - m_answeredSequence) - queuedFrameCount();
+}
+
+void DecoderPipeline::configureSource(const char *streamCaps)
+{
+    const GstCapsPointer caps(gst_caps_from_string(streamCaps));
+    // The queue is bounded by its user, in frames.
+    g_object_set(m_source.get(), "format", GST_FORMAT_TIME, "is-live", TRUE, "max-bytes",
+                 guint64(0), "emit-signals", FALSE, "caps", caps.get(), nullptr);
+}
+
+void DecoderPipeline::configureSink()
+{
+    g_object_set(m_sink.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "enable-last-sample",
+                 FALSE, "caps", capsOf(m_pixelFormats).get(), nullptr);
+    GstAppSinkCallbacks callbacks = {};
+    callbacks.new_sample = handleSample;
+    gst_app_sink_set_callbacks(GST_APP_SINK(m_sink.get()), &callbacks, this, nullptr);
+    const GstPadPointer pad(gst_element_get_static_pad(m_sink.get(), "sink"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, handleQuery, nullptr,
+                      nullptr);
+}
+
+int DecoderPipeline::queuedFrameCount() const
+{
+    return m_source ? int(gst_app_src_get_current_level_buffers(GST_APP_SRC(m_source.get()))) : 0;
+}
+
+/*! Runs on the streaming thread. */
+GstFlowReturn DecoderPipeline::handleSample(GstAppSink *sink, gpointer self)
+{
+    const GstSamplePointer sample(gst_app_sink_pull_sample(sink));
+    if (sample)
+        static_cast<DecoderPipeline *>(self)->enqueue(sample.get());
+    return GST_FLOW_OK;
+}
+
+// Decoders copy every picture for a sink that doesn't say it can handle their strides.
+GstPadProbeReturn DecoderPipeline::handleQuery(GstPad *, GstPadProbeInfo *info, gpointer)
+{
+    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
+        return GST_PAD_PROBE_OK;
+    gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
+    return GST_PAD_PROBE_HANDLED;
+}
+
+void DecoderPipeline::enqueue(GstSample *sample)
+{
+    GstVideoInfo info;
+    GstBuffer *buffer = gst_sample_get_buffer(sample);
+    if (!buffer || !gst_video_info_from_caps(&info, gst_sample_get_caps(sample)))
+        return;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const quint64 sequence = sequenceOf(buffer);
+    const quint64 timestamp = m_timestamps[sequence % m_timestamps.size()];
+    m_answeredSequence = qMax(m_answeredSequence, sequence + 1);
+    m_pictures.push_back(
+            {VideoFrame::fromGst(buffer, info, qint64(timestamp)), VideoFormat::fromGst(info)});
+    if (m_pictures.size() == 1)
+        QMetaObject::invokeMethod(this, &DecoderPipeline::deliver, Qt::QueuedConnection);
+}
+
+bool DecoderPipeline::dequeue(Picture *picture)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_pictures.empty())
+        return false;
+    *picture = m_pictures.front();
+    m_pictures.pop_front();
+    return true;
+}
+
+void DecoderPipeline::deliver()
+{
+    Picture picture;
+    while (dequeue(&picture))
+        Q_EMIT pictureDecoded(picture.frame, picture.format);
+}
+
+void DecoderPipeline::finish()
+{
+    deliver();
+    Q_EMIT endOfStreamReached();
+}

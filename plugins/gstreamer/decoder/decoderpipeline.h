@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The GStreamer pipeline that turns encoded frames into pictures.
+
+#ifndef DECODERPIPELINE_H
+#define DECODERPIPELINE_H
+
+#include "codecs.h"
+#include "pipeline.h"
+
+#include <QtMultimedia/qvideoframe.h>
+#include <QtMultimedia/qvideosurfaceformat.h>
+
+#include <gst/app/gstappsink.h>
+
+#include <array>
+#include <deque>
+#include <mutex>
+
+class DecoderPipeline : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DecoderPipeline(QObject *parent = nullptr);
+    ~DecoderPipeline() override;
+
+    static bool isKnownCodec(const QString &codec);
+
+    QString build(const CodecElement &decoder);
+    bool play();
+    void reset();
+
+    bool setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats);
+
+    bool push(const QByteArray &data, quint64 timestamp);
+    void endStream();
+
+    int backlog() const;
+    int unansweredCount() const;
+
+Q_SIGNALS:
+    void pictureDecoded(const QVideoFrame &picture, const QVideoSurfaceFormat &format);
+    void errorReported(Pipeline::ErrorKind kind, const QString &text);
+    void endOfStreamReached();
+
+private:
+    struct Picture
+    {
+        QVideoFrame frame;
+        QVideoSurfaceFormat format;
+    };
+
+    void configureSource(const char *streamCaps);
+    void configureSink();
+    int queuedFrameCount() const;
+
+    static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
+    static GstPadProbeReturn handleQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    void enqueue(GstSample *sample);
+    bool dequeue(Picture *picture);
+    void deliver();
+    void finish();
+
+    Pipeline m_pipeline;
+    GstElementPointer m_source;
+    GstElementPointer m_sink;
+    QList<QVideoFrame::PixelFormat> m_pixelFormats;
+    quint64 m_nextSequence = 0;
+
+    mutable std::mutex m_mutex;
+    std::deque<Picture> m_pictures;
+    std::array<quint64, 256> m_timestamps = {};
+    quint64 m_answeredSequence = 0;
+};
+
+#endif

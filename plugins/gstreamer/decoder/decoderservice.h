@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The media service of a decoder.
+
+#ifndef DECODERSERVICE_H
+#define DECODERSERVICE_H
+
+#include <QtMultimedia/qmediaservice.h>
+
+#include <memory>
+
+class DecodeControl;
+class VideoRendererControl;
+
+class DecoderService : public QMediaService
+{
+    Q_OBJECT
+
+public:
+    explicit DecoderService(QObject *parent = nullptr);
+    ~DecoderService() override;
+
+    QMediaControl *requestControl(const char *name) override;
+    void releaseControl(QMediaControl *control) override;
+
+private:
+    // The decode control presents through the renderer control, so it must go first.
+    std::unique_ptr<VideoRendererControl> m_rendererControl;
+    std::unique_ptr<DecodeControl> m_decodeControl;
+    int m_rendererRequests = 0;
+    int m_decodeRequests = 0;
+};
+
+#endif

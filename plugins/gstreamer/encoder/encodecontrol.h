@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Encodes raw frames with GStreamer.
+
+#ifndef ENCODECONTROL_H
+#define ENCODECONTROL_H
+
+#include "encoderpipeline.h"
+#include "qflencodecontrol.h"
+
+#include <atomic>
+
+class EncodeControl : public QFLEncodeControl
+{
+    Q_OBJECT
+
+public:
+    explicit EncodeControl(QObject *parent = nullptr);
+
+    QStringList supportedCodecs(bool hardwareOnly) const override;
+    QList<QVideoFrame::PixelFormat> supportedPixelFormats() const override;
+    QFLEncoder::Status status() const override;
+
+    QVideoEncoderSettings videoSettings() const;
+    void setVideoSettings(const QVideoEncoderSettings &settings);
+    QVideoEncoderSettings streamSettings() const;
+
+    bool start(const QVideoSurfaceFormat &format) override;
+    void drain() override;
+    void flush() override;
+    void stop() override;
+    bool encode(const QVideoFrame &frame) override;
+
+    void requestKeyFrame();
+    void reportError(QFLEncoder::Error code, const QString &text);
+
+Q_SIGNALS:
+    void streamStarted(const QVideoEncoderSettings &settings);
+    void streamDrained();
+    void streamStopped();
+
+private:
+    void setStatus(QFLEncoder::Status status);
+    void endRun();
+    void handlePipelineError(Pipeline::ErrorKind kind, const QString &text);
+    void handleDrained();
+    void reportRefusedFrame(int run, const QString &text);
+
+    EncoderPipeline m_pipeline;
+    QVideoEncoderSettings m_settings;
+    QVideoEncoderSettings m_streamSettings;
+    QFLEncoder::Status m_status = QFLEncoder::UnavailableStatus;
+    std::atomic<int> m_run = 0;
+};
+
+#endif

@@ -1,0 +1,294 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The GStreamer pipeline that encodes raw frames.
+
+#include "encoderpipeline.h"
+
+#include "encoderelement.h"
+#include "videoformat.h"
+
+namespace {
+
+constexpr qint64 millisecondsBetweenKeyFrameRequests = 500;
+
+// Only what every receiver can decode: an encoder that is given 4:2:2 or 4:4:4 makes a stream of a
+// profile that few have.
+bool isAccepted(const EncoderConfiguration &configuration)
+{
+    GstVideoInfo info = configuration.inputInfo();
+    switch (GST_VIDEO_INFO_FORMAT(&info)) {
+    case GST_VIDEO_FORMAT_I420:
+    case GST_VIDEO_FORMAT_YV12:
+    case GST_VIDEO_FORMAT_NV12:
+    case GST_VIDEO_FORMAT_NV21:
+        break;
+    default:
+        return false;
+    }
+    const GstElementFactoryPointer factory(
+            gst_element_factory_find(configuration.element().factoryName.constData()));
+    const GstCapsPointer caps(gst_video_info_to_caps(&info));
+    return factory && gst_element_factory_can_sink_any_caps(factory.get(), caps.get());
+}
+
+QByteArray conversion(const EncoderConfiguration &configuration)
+{
+    const GstVideoInfo &info = configuration.inputInfo();
+    const QSize size = configuration.outputSize();
+    QByteArray caps = "video/x-raw,format={I420,NV12,YV12}";
+    if (size != QSize(info.width, info.height)) {
+        caps += ",width=" + QByteArray::number(size.width())
+                + ",height=" + QByteArray::number(size.height()) + ",pixel-aspect-ratio=1/1";
+    } else if (isAccepted(configuration)) {
+        return QByteArray();
+    }
+    return "videoconvertscale ! " + caps + " ! ";
+}
+
+QByteArray streamFormat(const QString &codec)
+{
+    if (codec == QLatin1String("H264")) {
+        return "h264parse config-interval=-1 ! "
+               "video/x-h264,stream-format=byte-stream,alignment=au ! ";
+    }
+    return QByteArray();
+}
+
+QByteArray description(const EncoderConfiguration &configuration)
+{
+    return "appsrc name=source is-live=true format=time max-buffers=0 max-bytes=0 ! "
+            + conversion(configuration) + configuration.element().factoryName + " name=encoder ! "
+            + streamFormat(configuration.element().codec)
+            + "appsink name=sink sync=false async=false enable-last-sample=false";
+}
+
+GstCapsPointer inputCaps(const EncoderConfiguration &configuration)
+{
+    GstVideoInfo info = configuration.inputInfo();
+    gst_video_guess_framerate(GstClockTime(GST_SECOND / configuration.frameRate()), &info.fps_n,
+                              &info.fps_d);
+    return GstCapsPointer(gst_video_info_to_caps(&info));
+}
+
+} // namespace
+
+/*!
+    Runs in the thread it lives in, where it also emits its signals; only encode() may be called
+   from other threads. Frames are emitted in the order in which they left the encoder.
+*/
+EncoderPipeline::EncoderPipeline(QObject *parent) : QObject(parent), m_pipeline(this)
+{
+    connect(&m_pipeline, &Pipeline::errorReported, this, &EncoderPipeline::errorReported);
+    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &EncoderPipeline::finishDrain);
+}
+
+EncoderPipeline::~EncoderPipeline()
+{
+    stop();
+}
+
+/*! On failure errorReported() has been emitted by the time this returns false. */
+bool EncoderPipeline::start(const EncoderConfiguration &configuration)
+{
+    stop();
+    if (!build(configuration))
+        return false;
+    setUp(configuration);
+    if (play())
+        return true;
+    stop();
+    return false;
+}
+
+/*! No frame is emitted any more once this has been called, not even one that is already encoded. */
+void EncoderPipeline::stop()
+{
+    m_input.close();
+    m_pipeline.reset();
+    m_encoder.reset();
+    clearFrames();
+    m_keyFrameWanted = false;
+    m_keyFrameRequested = false;
+    m_dropsUntilKeyFrame = false;
+    m_lastKeyFrameRequest.invalidate();
+}
+
+/*! See RawFrameQueue::append(). */
+bool EncoderPipeline::encode(const QVideoFrame &frame, QString *errorText)
+{
+    return m_input.append(frame, errorText);
+}
+
+/*! Refuses frames until all that were accepted have been emitted; then drained() is emitted. */
+void EncoderPipeline::drain()
+{
+    m_input.finish();
+}
+
+/*! Drops everything on its way, encoded or not. The next frame that is emitted is a key frame. */
+void EncoderPipeline::flush()
+{
+    if (!m_encoder)
+        return;
+    m_input.clear();
+    clearFrames();
+    m_dropsUntilKeyFrame = true;
+    sendKeyFrameRequest();
+}
+
+/*!
+    Asks for a key frame soon. Requests that come before it are one, and the encoder gets at most
+   two a second, so that receivers in trouble can't turn the stream into key frames.
+*/
+void EncoderPipeline::requestKeyFrame()
+{
+    if (!m_encoder)
+        return;
+    m_keyFrameWanted = true;
+    const bool isTooSoon = m_lastKeyFrameRequest.isValid()
+            && !m_lastKeyFrameRequest.hasExpired(millisecondsBetweenKeyFrameRequests);
+    if (!m_keyFrameRequested && !isTooSoon)
+        sendKeyFrameRequest();
+}
+
+/*! In bits per second, from now on. */
+void EncoderPipeline::setBitRate(int bitRate)
+{
+    if (m_encoder)
+        EncoderElement::setBitRate(m_encoder.get(), bitRate);
+}
+
+bool EncoderPipeline::build(const EncoderConfiguration &configuration)
+{
+    GError *error = nullptr;
+    GstElement *parsed = gst_parse_launch_full(description(configuration).constData(), nullptr,
+                                               GST_PARSE_FLAG_FATAL_ERRORS, &error);
+    const QString text = error ? QString::fromUtf8(error->message) : QString();
+    g_clear_error(&error);
+    if (!parsed) {
+        Q_EMIT errorReported(Pipeline::ResourceError, text);
+        return false;
+    }
+    m_pipeline.adopt(GstElementPointer(GST_ELEMENT(gst_object_ref_sink(parsed))));
+    return true;
+}
+
+void EncoderPipeline::setUp(const EncoderConfiguration &configuration)
+{
+    m_encoder = m_pipeline.element("encoder");
+    EncoderElement::configure(m_encoder.get(), configuration.frameRate());
+    EncoderElement::setBitRate(m_encoder.get(), configuration.bitRate());
+
+    GstElementPointer source = m_pipeline.element("source");
+    gst_app_src_set_caps(GST_APP_SRC(source.get()), inputCaps(configuration).get());
+    m_input.open(std::move(source), configuration.inputInfo(), configuration.largestFrameRate());
+
+    GstAppSinkCallbacks callbacks = {};
+    callbacks.new_sample = handleSample;
+    const GstElementPointer sink = m_pipeline.element("sink");
+    gst_app_sink_set_callbacks(GST_APP_SINK(sink.get()), &callbacks, this, nullptr);
+}
+
+bool EncoderPipeline::play()
+{
+    return m_pipeline.setState(GST_STATE_READY) && m_pipeline.setState(GST_STATE_PLAYING);
+}
+
+/*! Runs on the streaming thread. */
+GstFlowReturn EncoderPipeline::handleSample(GstAppSink *sink, gpointer self)
+{
+    auto *pipeline = static_cast<EncoderPipeline *>(self);
+    const GstSamplePointer sample(gst_app_sink_pull_sample(sink));
+    if (!sample)
+        return GST_FLOW_EOS;
+    pipeline->enqueue(pipeline->encodedFrame(sample.get()));
+    return GST_FLOW_OK;
+}
+
+QFLEncodedVideoFrame EncoderPipeline::encodedFrame(GstSample *sample)
+{
+    GstBuffer *buffer = gst_sample_get_buffer(sample);
+    // Encoders may shift times and say so in the segment.
+    const GstClockTime runningTime = gst_segment_to_running_time(
+            gst_sample_get_segment(sample), GST_FORMAT_TIME, GST_BUFFER_PTS(buffer));
+    const bool isKeyFrame = !GST_BUFFER_FLAG_IS_SET(buffer, GST_BUFFER_FLAG_DELTA_UNIT);
+
+    QFLEncodedVideoFrame::MetaData meta;
+    meta.type = isKeyFrame ? QFLEncodedVideoFrame::Type_Key : QFLEncodedVideoFrame::Type_Intra;
+    meta.timestamp = m_input.takeTimestamp(runningTime);
+    QByteArray data(int(gst_buffer_get_size(buffer)), Qt::Uninitialized);
+    gst_buffer_extract(buffer, 0, data.data(), gsize(data.size()));
+    return QFLEncodedVideoFrame(data, meta);
+}
+
+void EncoderPipeline::enqueue(const QFLEncodedVideoFrame &frame)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_frames.append(frame);
+    if (m_deliveryPosted)
+        return;
+    m_deliveryPosted = true;
+    QMetaObject::invokeMethod(this, &EncoderPipeline::deliverFrames, Qt::QueuedConnection);
+}
+
+bool EncoderPipeline::takeFrame(QFLEncodedVideoFrame *frame)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_frames.isEmpty())
+        return false;
+    *frame = m_frames.takeFirst();
+    return true;
+}
+
+void EncoderPipeline::clearFrames()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_frames.clear();
+}
+
+// Frames are taken one by one, so that they stay in order even if a receiver runs an event loop.
+// Those that arrive meanwhile wait for the next event, so that other events get their turn.
+void EncoderPipeline::deliverFrames()
+{
+    int count = 0;
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_deliveryPosted = false;
+        count = m_frames.size();
+    }
+    QFLEncodedVideoFrame frame;
+    while (count-- > 0 && takeFrame(&frame))
+        deliver(frame);
+}
+
+void EncoderPipeline::deliver(const QFLEncodedVideoFrame &frame)
+{
+    if (frame.meta().type == QFLEncodedVideoFrame::Type_Key) {
+        m_keyFrameWanted = false;
+        m_keyFrameRequested = false;
+        m_dropsUntilKeyFrame = false;
+    } else if (m_keyFrameWanted) {
+        requestKeyFrame();
+    }
+    if (!m_dropsUntilKeyFrame)
+        Q_EMIT encodedVideoFrame(frame);
+}
+
+void EncoderPipeline::sendKeyFrameRequest()
+{
+    m_keyFrameWanted = true;
+    m_keyFrameRequested = true;
+    m_lastKeyFrameRequest.start();
+    EncoderElement::requestKeyFrame(m_encoder.get());
+}
+
+// A source that has sent the end of the stream comes back to life only by way of READY.
+void EncoderPipeline::finishDrain()
+{
+    deliverFrames();
+    if (!m_encoder || !m_pipeline.setState(GST_STATE_READY))
+        return;
+    m_input.reopen();
+    if (m_pipeline.setState(GST_STATE_PLAYING))
+        Q_EMIT drained();
+}

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The GStreamer pipeline that encodes raw frames.
+
+#ifndef ENCODERPIPELINE_H
+#define ENCODERPIPELINE_H
+
+#include "encoderconfiguration.h"
+#include "pipeline.h"
+#include "qflencodedvideoframe.h"
+#include "rawframequeue.h"
+
+#include <QtCore/qelapsedtimer.h>
+
+#include <gst/app/gstappsink.h>
+
+class EncoderPipeline : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit EncoderPipeline(QObject *parent = nullptr);
+    ~EncoderPipeline() override;
+
+    bool start(const EncoderConfiguration &configuration);
+    void stop();
+
+    bool encode(const QVideoFrame &frame, QString *errorText);
+    void drain();
+    void flush();
+
+    void requestKeyFrame();
+    void setBitRate(int bitRate);
+
+Q_SIGNALS:
+    void encodedVideoFrame(const QFLEncodedVideoFrame &frame);
+    void errorReported(Pipeline::ErrorKind kind, const QString &text);
+    void drained();
+
+private:
+    bool build(const EncoderConfiguration &configuration);
+    void setUp(const EncoderConfiguration &configuration);
+    bool play();
+
+    static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
+    QFLEncodedVideoFrame encodedFrame(GstSample *sample);
+    void enqueue(const QFLEncodedVideoFrame &frame);
+    bool takeFrame(QFLEncodedVideoFrame *frame);
+    void clearFrames();
+
+    void deliverFrames();
+    void deliver(const QFLEncodedVideoFrame &frame);
+    void sendKeyFrameRequest();
+    void finishDrain();
+
+    Pipeline m_pipeline;
+    RawFrameQueue m_input;
+    GstElementPointer m_encoder;
+
+    QMutex m_mutex;
+    QVector<QFLEncodedVideoFrame> m_frames;
+    bool m_deliveryPosted = false;
+
+    QElapsedTimer m_lastKeyFrameRequest;
+    bool m_keyFrameWanted = false;
+    bool m_keyFrameRequested = false;
+    bool m_dropsUntilKeyFrame = false;
+};
+
+#endif

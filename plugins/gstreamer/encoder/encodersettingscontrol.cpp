@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The settings of the encoder service.
+
+#include "encodersettingscontrol.h"
+
+#include "codecs.h"
+#include "encodecontrol.h"
+
+/*! Works on \a encodeControl, which must outlive this control. */
+EncoderSettingsControl::EncoderSettingsControl(EncodeControl *encodeControl, QObject *parent)
+    : QVideoEncoderSettingsControl(parent), m_encodeControl(encodeControl)
+{
+}
+
+/*! The smallest and the largest size; all even sizes between them are possible. */
+QList<QSize> EncoderSettingsControl::supportedResolutions(const QVideoEncoderSettings &,
+                                                          bool *continuous) const
+{
+    if (continuous)
+        *continuous = true;
+    return {EncoderConfiguration::smallestSize(), EncoderConfiguration::largestSize()};
+}
+
+/*! The lowest and the highest rate; all between them are possible. */
+QList<qreal> EncoderSettingsControl::supportedFrameRates(const QVideoEncoderSettings &,
+                                                         bool *continuous) const
+{
+    if (continuous)
+        *continuous = true;
+    return {1, 60};
+}
+
+QStringList EncoderSettingsControl::supportedVideoCodecs() const
+{
+    return m_encodeControl->supportedCodecs(false);
+}
+
+/*! Names the element that would encode \a codec; empty for an unknown one. */
+QString EncoderSettingsControl::videoCodecDescription(const QString &codec) const
+{
+    return Codecs::description(Codecs::find(Codecs::encoders(), codec).factoryName);
+}
+
+QVideoEncoderSettings EncoderSettingsControl::videoSettings() const
+{
+    return m_encodeControl->videoSettings();
+}
+
+/*! See EncodeControl::setVideoSettings() for when the settings apply. */
+void EncoderSettingsControl::setVideoSettings(const QVideoEncoderSettings &settings)
+{
+    m_encodeControl->setVideoSettings(settings);
+}

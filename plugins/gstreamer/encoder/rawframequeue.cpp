@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The raw frames on their way into an encoder's pipeline.
+
+#include "rawframequeue.h"
+
+#include "videoframe.h"
+
+namespace {
+
+constexpr std::size_t capacity = 2;
+constexpr qint64 longestGap = 10 * G_USEC_PER_SEC;
+
+GstAppSrc *appSource(const GstElementPointer &source)
+{
+    return GST_APP_SRC(source.get());
+}
+
+} // namespace
+
+/*!
+    Holds at most two raw frames until the pipeline's source asks for them, so that a slow encoder
+    refuses frames instead of falling behind. Any thread may call append(); the other functions but
+    takeTimestamp() belong to the thread that changes the pipeline's state.
+*/
+RawFrameQueue::~RawFrameQueue()
+{
+    close();
+}
+
+/*!
+    Begins a run: frames that fit \a info are accepted for \a source, at most \a frameRate a second
+   (0: all of them). The source's pipeline must not be running yet.
+*/
+void RawFrameQueue::open(GstElementPointer source, const GstVideoInfo &info, qreal largestFrameRate)
+{
+    const QMutexLocker locker(&m_mutex);
+    GstAppSrcCallbacks callbacks = {};
+    callbacks.need_data = needData;
+    gst_app_src_set_callbacks(GST_APP_SRC(source.get()), &callbacks, this, nullptr);
+    m_source = std::move(source);
+    m_info = info;
+    m_period = largestFrameRate > 0 ? qint64(G_USEC_PER_SEC / largestFrameRate) : 0;
+    m_lastPresentationTime = GST_CLOCK_TIME_NONE;
+    m_timestamps.clear();
+    m_errorReported = false;
+    m_sourceIsHungry = false;
+    m_isFinishing = false;
+}
+
+/*! Goes on after finish(), with the source's pipeline stopped in between. */
+void RawFrameQueue::reopen()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_sourceIsHungry = false;
+    m_isFinishing = false;
+}
+
+/*! Ends the run: frames are refused from now on. */
+void RawFrameQueue::close()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_source.reset();
+    m_buffers.clear();
+}
+
+/*!
+    Passes \a frame on without copying it. False when there is no run, the queue is full or the
+   frame doesn't fit; the first frame of a run that doesn't fit also gives an \a errorText.
+
+    A frame without a time (-1) gets the time of the monotonic clock. A frame that comes too early
+   for the frame rate is accepted and dropped.
+*/
+bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (!m_source || m_isFinishing || m_buffers.size() >= capacity)
+        return false;
+
+    QString problem;
+    GstBufferPointer buffer = VideoFrame::toGst(frame, m_info, &problem);
+    if (!buffer) {
+        if (!m_errorReported)
+            *errorText = problem;
+        m_errorReported = true;
+        return false;
+    }
+
+    const qint64 time = frame.startTime() >= 0 ? frame.startTime() : g_get_monotonic_time();
+    if (isTooEarly(time))
+        return true;
+    m_buffers.push_back(stamped(std::move(buffer), time));
+    if (m_sourceIsHungry)
+        pushNext();
+    return true;
+}
+
+/*! Drops the frames that the pipeline hasn't taken yet. */
+void RawFrameQueue::clear()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_buffers.clear();
+}
+
+/*! Refuses frames and ends the stream after those that are already here. */
+void RawFrameQueue::finish()
+{
+    const QMutexLocker locker(&m_mutex);
+    if (!m_source || m_isFinishing)
+        return;
+    m_isFinishing = true;
+    if (m_buffers.empty())
+        gst_app_src_end_of_stream(appSource(m_source));
+}
+
+/*!
+    The time in microseconds of the raw frame that became the encoded frame at \a runningTime; it
+   and the earlier ones are forgotten.
+*/
+quint64 RawFrameQueue::takeTimestamp(GstClockTime runningTime)
+{
+    const QMutexLocker locker(&m_mutex);
+    quint64 timestamp = 0;
+    while (!m_timestamps.isEmpty() && m_timestamps.firstKey() <= runningTime)
+        timestamp = m_timestamps.take(m_timestamps.firstKey());
+    return timestamp;
+}
+
+/*! Called by the streaming thread when the source has nothing left to send. */
+void RawFrameQueue::needData(GstAppSrc *, guint, gpointer self)
+{
+    auto *queue = static_cast<RawFrameQueue *>(self);
+    const QMutexLocker locker(&queue->m_mutex);
+    if (!queue->m_source)
+        return;
+    if (!queue->m_buffers.empty())
+        queue->pushNext();
+    else if (queue->m_isFinishing)
+        gst_app_src_end_of_stream(appSource(queue->m_source));
+    else
+        queue->m_sourceIsHungry = true;
+}
+
+GstBufferPointer RawFrameQueue::stamped(GstBufferPointer buffer, qint64 time)
+{
+    // The pixels stay shared when somebody else holds the buffer too, only its times are our own.
+    GstBufferPointer result(gst_buffer_make_writable(buffer.release()));
+    GST_BUFFER_PTS(result.get()) = nextPresentationTime(time);
+    GST_BUFFER_DTS(result.get()) = GST_CLOCK_TIME_NONE;
+    GST_BUFFER_DURATION(result.get()) = GST_CLOCK_TIME_NONE;
+    m_timestamps.insert(GST_BUFFER_PTS(result.get()), quint64(time));
+    return result;
+}
+
+void RawFrameQueue::pushNext()
+{
+    m_sourceIsHungry = false;
+    GstBufferPointer buffer = std::move(m_buffers.front());
+    m_buffers.pop_front();
+    gst_app_src_push_buffer(appSource(m_source), buffer.release());
+}
+
+bool RawFrameQueue::isTooEarly(qint64 time)
+{
+    if (m_period == 0)
+        return false;
+    const bool isFirst = m_lastPresentationTime == GST_CLOCK_TIME_NONE || time < m_lastTime;
+    if (isFirst)
+        m_nextDue = time;
+    // Cameras jitter: a frame that is a little early must not be lost.
+    if (time + m_period / 4 < m_nextDue)
+        return true;
+    m_nextDue = qMax(m_nextDue + m_period, time);
+    return false;
+}
+
+// Encoders drop frames whose time doesn't rise and control their bit rate by it, so a clock that
+// jumps must not show.
+GstClockTime RawFrameQueue::nextPresentationTime(qint64 time)
+{
+    const bool isFirst = m_lastPresentationTime == GST_CLOCK_TIME_NONE;
+    const qint64 elapsed = time - m_lastTime;
+    const bool isPlausible = elapsed > 0 && elapsed <= longestGap;
+    const qint64 step = isPlausible ? elapsed : G_USEC_PER_SEC / 30;
+    m_lastPresentationTime
+            = isFirst ? 0 : m_lastPresentationTime + GstClockTime(step) * GST_USECOND;
+    m_lastTime = time;
+    return m_lastPresentationTime;
+}

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The plugin that offers the services of the GStreamer backend.
+
+#include "gstreamerplugin.h"
+
+#include "cameradevices.h"
+#include "cameraservice.h"
+#include "codecs.h"
+#include "decoderservice.h"
+#include "encoderservice.h"
+
+#include <limits>
+
+namespace {
+
+const char cameraKey[] = "facelink.camera";
+const char encoderKey[] = "facelink.encoder";
+const char decoderKey[] = "facelink.decoder";
+
+QVector<CodecElement> codecElements(const QByteArray &service)
+{
+    if (service == encoderKey)
+        return Codecs::encoders();
+    if (service == decoderKey)
+        return Codecs::decoders();
+    return QVector<CodecElement>();
+}
+
+CodecElement findById(const QVector<CodecElement> &elements, const QByteArray &codecId)
+{
+    for (const CodecElement &element : elements) {
+        if (element.factoryName == codecId)
+            return element;
+    }
+    return CodecElement();
+}
+
+CodecElement findById(const QByteArray &codecId)
+{
+    const CodecElement encoder = findById(Codecs::encoders(), codecId);
+    return encoder.factoryName.isEmpty() ? findById(Codecs::decoders(), codecId) : encoder;
+}
+
+} // namespace
+
+/*! A new service, which release() takes back; null for a key that isn't one of the backend's. */
+QMediaService *GStreamerPlugin::create(const QString &key)
+{
+    if (key == QLatin1String(cameraKey))
+        return new CameraService;
+    if (key == QLatin1String(encoderKey))
+        return new EncoderService;
+    if (key == QLatin1String(decoderKey))
+        return new DecoderService;
+    return nullptr;
+}
+
+void GStreamerPlugin::release(QMediaService *service)
+{
+    delete service;
+}
+
+/*! The names of cameras, and the names of GStreamer's elements as ids of encoders and decoders. */
+QList<QByteArray> GStreamerPlugin::devices(const QByteArray &service) const
+{
+    if (service == cameraKey)
+        return CameraDevices().names();
+    QList<QByteArray> result;
+    const QVector<CodecElement> elements = codecElements(service);
+    for (const CodecElement &element : elements)
+        result.append(element.factoryName);
+    return result;
+}
+
+QString GStreamerPlugin::deviceDescription(const QByteArray &service, const QByteArray &device)
+{
+    if (service == cameraKey)
+        return CameraDevices().description(device);
+    return Codecs::description(findById(codecElements(service), device).factoryName);
+}
+
+/*! Of the codecs the one that is used when the application doesn't choose. */
+QByteArray GStreamerPlugin::defaultDevice(const QByteArray &service) const
+{
+    if (service == cameraKey)
+        return CameraDevices().defaultName();
+    return Codecs::find(codecElements(service), QString()).factoryName;
+}
+
+QString GStreamerPlugin::codec(const QByteArray &codecId)
+{
+    return findById(codecId).codec;
+}
+
+bool GStreamerPlugin::isEncoder(const QByteArray &codecId)
+{
+    return findById(codecId).isEncoder;
+}
+
+bool GStreamerPlugin::isHardwareAccelerated(const QByteArray &codecId)
+{
+    return findById(codecId).isHardwareAccelerated;
+}
+
+/*! Hardware can be relied on for one stream only; software has no limit of its own. */
+int GStreamerPlugin::maxInstances(const QByteArray &codecId)
+{
+    const CodecElement element = findById(codecId);
+    if (element.factoryName.isEmpty())
+        return 0;
+    return element.isHardwareAccelerated ? 1 : std::numeric_limits<int>::max();
+}
