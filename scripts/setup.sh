@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+# SPDX-License-Identifier: LGPL-3.0-or-later
+# Installs what the build needs where it is missing, and builds a preset. Read by the scripts beside it.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+build_packages=(
+    cmake g++ ninja-build pkg-config
+    libgstreamer-plugins-base1.0-dev libgstreamer1.0-dev
+    qtbase5-dev qtbase5-private-dev qtmultimedia5-dev
+)
+run_packages=(
+    gstreamer1.0-libav gstreamer1.0-plugins-bad gstreamer1.0-plugins-base
+    gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly
+)
+test_packages=(
+    clang-format ffmpeg forensics-samples-files gstreamer1.0-tools
+)
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
+
+# install_packages PACKAGE...: leaves the package system alone where everything is installed already.
+install_packages() {
+    local package missing=()
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] \
+            || missing+=("$package")
+    done
+    [ ${#missing[@]} = 0 ] && return
+
+    as_root apt-get update
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${missing[@]}"
+}
+
+# build_preset PRESET
+build_preset() {
+    cd "$root"
+    cmake --preset "$1"
+    cmake --build --preset "$1"
+}
