@@ -104,9 +104,10 @@ QByteArray CameraDevices::video4LinuxPath(const QByteArray &name)
 
 void CameraDevices::addFiles()
 {
-    if (!QCoreApplication::instance())
+    const QCoreApplication *application = QCoreApplication::instance();
+    if (!application)
         return;
-    const QStringList files = qApp->property(cameraFilesProperty).toStringList();
+    const QStringList files = application->property(cameraFilesProperty).toStringList();
     for (const QString &file : files) {
         const QUrl url = fileUrl(file);
         const QByteArray name = url.toEncoded();

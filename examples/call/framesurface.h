@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The surface on which a picture of the call is presented.
+
+#ifndef FRAMESURFACE_H
+#define FRAMESURFACE_H
+
+#include <QtGui/qimage.h>
+#include <QtMultimedia/qabstractvideosurface.h>
+#include <QtMultimedia/qvideoframe.h>
+
+class FrameSurface : public QAbstractVideoSurface
+{
+    Q_OBJECT
+
+public:
+    explicit FrameSurface(QObject *parent = nullptr);
+    ~FrameSurface() override;
+
+    quint64 framesArrived() const;
+    quint64 framesPresented() const;
+
+    QVideoFrame frame() const;
+    QImage image() const;
+
+    QList<QVideoFrame::PixelFormat> supportedPixelFormats(
+            QAbstractVideoBuffer::HandleType type) const override;
+    bool present(const QVideoFrame &frame) override;
+
+Q_SIGNALS:
+    void framePresented(qint64 startTime);
+
+private:
+    QVideoFrame m_frame;
+    quint64 m_framesArrived = 0;
+    quint64 m_framesPresented = 0;
+};
+
+#endif
