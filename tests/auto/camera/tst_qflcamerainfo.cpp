@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Tests of the description of a camera.
+
+#include "fakebackend.h"
+#include "fakecameracontrols.h"
+
+#include <qflcamera.h>
+#include <qflcamerainfo.h>
+
+#include <QtCore/qdebug.h>
+#include <QtTest/QtTest>
+
+struct Devices
+{
+    FakeBackend backend;
+
+    Devices()
+    {
+        backend.deviceNames = {"dev1", "", "b\xe9", "dev1"};
+        backend.deviceMap["dev1"] = {"One", QCamera::FrontFace, 270};
+        backend.deviceMap[""] = {"Nameless", QCamera::BackFace, 90};
+        backend.deviceMap["unlisted"] = {"Hidden", QCamera::FrontFace, 0};
+        backend.defaultDeviceName = "dev1";
+    }
+};
+
+static QString namesOf(const QList<QFLCameraInfo> &cameras)
+{
+    QString names;
+    for (const QFLCameraInfo &camera : cameras)
+        names += camera.deviceName() + QLatin1Char(';');
+    return names;
+}
+
+class tst_QFLCameraInfo : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void byName()
+    {
+        Devices world;
+        const QFLCameraInfo info("dev1");
+        COMPARE_LOG("p devices facelink.camera, p deviceDescription facelink.camera dev1, "
+                    "p cameraPosition dev1, p cameraOrientation dev1");
+        QVERIFY(!info.isNull());
+        QCOMPARE(info.deviceName(), QStringLiteral("dev1"));
+        QCOMPARE(info.description(), QStringLiteral("One"));
+        QCOMPARE(info.position(), QCamera::FrontFace);
+        QCOMPARE(info.orientation(), 270);
+        QCOMPARE(QFLCameraInfo("b\xe9").deviceName(), QString::fromLatin1("b\xe9"));
+        QCOMPARE(QFLCameraInfo(QByteArray("")).description(), QStringLiteral("Nameless"));
+    }
+
+    void nullDescriptions_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QByteArray>("log");
+        const QByteArray asked = "p devices facelink.camera";
+        QTest::newRow("null") << QByteArray() << QByteArray();
+        QTest::newRow("unlisted") << QByteArray("unlisted") << asked;
+        QTest::newRow("a zero byte more") << QByteArray("dev1\0", 5) << asked;
+    }
+
+    void nullDescriptions()
+    {
+        QFETCH(QByteArray, name);
+        Devices world;
+        const QFLCameraInfo info(name);
+        QTEST(FakeLog::take(), "log");
+        QVERIFY(info.isNull() && info.deviceName().isNull() && info.description().isNull());
+        QCOMPARE(info.position(), QCamera::UnspecifiedPosition);
+        QCOMPARE(info.orientation(), 0);
+    }
+
+    void lists()
+    {
+        Devices world;
+        QCOMPARE(namesOf(QFLCameraInfo::availableCameras()),
+                 QString::fromLatin1("dev1;;b\xe9;dev1;"));
+        QCOMPARE(namesOf(QFLCameraInfo::availableCameras(QCamera::FrontFace)),
+                 QStringLiteral("dev1;dev1;"));
+        QCOMPARE(QFLCameraInfo::defaultCamera().deviceName(), QStringLiteral("dev1"));
+        world.backend.defaultDeviceName = "unlisted";
+        QVERIFY(QFLCameraInfo::defaultCamera().isNull());
+        world.backend.defaultDeviceName = QByteArray();
+        QVERIFY(QFLCameraInfo::defaultCamera().isNull());
+    }
+
+    void equality()
+    {
+        Devices world;
+        const QFLCameraInfo info("dev1");
+        QFLCameraInfo copy;
+        QVERIFY(copy == QFLCameraInfo() && copy != info);
+        copy = info;
+        QVERIFY(copy == info && !(copy != info) && QFLCameraInfo("dev1") == info);
+        world.backend.deviceMap["dev1"].orientation = 0;
+        QVERIFY(QFLCameraInfo("dev1") != info);
+        QCOMPARE(copy.orientation(), 270);
+    }
+
+    void fromCamera()
+    {
+        FakeBackend backend;
+        FakeService service("c");
+        backend.services["facelink.camera"] = &service;
+        auto *selector = service.add<FakeSelector>(QVideoDeviceSelectorControl_iid);
+        service.add<FakeCameraInfoControl>(QCameraInfoControl_iid);
+        {
+            const QFLCamera camera(QByteArray("front"));
+            FakeLog::take();
+            const QFLCameraInfo info(camera);
+            COMPARE_LOG("info default: info from camera \"front\" \"0\" false "
+                        "QCamera::FrontFace 90");
+            QVERIFY(!info.isNull());
+            QCOMPARE(info.deviceName(), QStringLiteral("front"));
+            QCOMPARE(info.description(), QStringLiteral("0"));
+            QCOMPARE(info.position(), QCamera::FrontFace);
+            QCOMPARE(info.orientation(), 90);
+            selector->names.clear();
+            const QFLCameraInfo nameless(camera);
+            QVERIFY(!nameless.isNull());
+            QCOMPARE(nameless.deviceName(), QString());
+            QCOMPARE(nameless.position(), QCamera::BackFace);
+            QCOMPARE(nameless.orientation(), 180);
+        }
+        service.controls.remove(QCameraInfoControl_iid);
+        const QFLCamera camera;
+        QVERIFY(QFLCameraInfo(camera).isNull());
+    }
+
+    // The name is in the text already when the position is put there.
+    void debugOutput_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *name, int position, const char *text) {
+            QTest::newRow(name) << QByteArray(name) << position << QString::fromLatin1(text);
+        };
+        row("/dev/video1", QCamera::FrontFace,
+            "QFLCameraInfo(deviceName=/dev/video1, position=FrontFace, orientation=270)");
+        row("%2", QCamera::BackFace,
+            "QFLCameraInfo(deviceName=BackFace, position=BackFace, orientation=270)");
+        row("x", 7, "QFLCameraInfo(deviceName=x, position=, orientation=270)");
+    }
+
+    void debugOutput()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(int, position);
+        QFETCH(QString, text);
+        FakeBackend backend;
+        backend.deviceNames = {name};
+        backend.deviceMap[name] = {"", QCamera::Position(position), 270};
+        text = QLatin1Char('"') + text + QLatin1Char('"');
+        QString compact, spaced;
+        QDebug(&compact).nospace() << QFLCameraInfo(name) << 1 << 2;
+        QCOMPARE(compact, text + QStringLiteral(" 1 2 "));
+        QDebug(&spaced) << QFLCameraInfo(name);
+        QVERIFY(spaced.startsWith(QLatin1Char(' ') + text + QLatin1Char(' ')));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_QFLCameraInfo)
+
+#include "tst_qflcamerainfo.moc"

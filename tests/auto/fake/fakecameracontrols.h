@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Scriptable controls of a camera service.
+
+#ifndef FAKECAMERACONTROLS_H
+#define FAKECAMERACONTROLS_H
+
+#include "fakecontrol.h"
+
+#include <QtMultimedia/qcameracontrol.h>
+#include <QtMultimedia/qcamerainfocontrol.h>
+#include <QtMultimedia/qcameralockscontrol.h>
+#include <QtMultimedia/qcameraviewfindersettingscontrol.h>
+#include <QtMultimedia/qvideodeviceselectorcontrol.h>
+
+#include <functional>
+
+class FakeCameraControl : public FakeControl<QCameraControl>
+{
+public:
+    QCamera::State state() const override { return log("state"), currentState; }
+    void setState(QCamera::State state) override
+    {
+        log("setState", state);
+        currentState = state;
+        emit stateChanged(state);
+    }
+    QCamera::Status status() const override { return log("status"), currentStatus; }
+    QCamera::CaptureModes captureMode() const override { return currentMode; }
+    void setCaptureMode(QCamera::CaptureModes mode) override
+    {
+        log("setCaptureMode", mode);
+        currentMode = mode;
+        emit captureModeChanged(mode);
+    }
+    bool isCaptureModeSupported(QCamera::CaptureModes mode) const override { return mode == 2; }
+    bool canChangeProperty(PropertyChangeType type, QCamera::Status status) const override
+    {
+        return log("can " + QByteArray::number(type) + ' ' + QByteArray::number(status));
+    }
+
+    QCamera::State currentState = QCamera::UnloadedState;
+    QCamera::Status currentStatus = QCamera::UnloadedStatus;
+    QCamera::CaptureModes currentMode = QCamera::CaptureViewfinder;
+};
+
+class FakeLocks : public FakeControl<QCameraLocksControl>
+{
+public:
+    QCamera::LockTypes supportedLocks() const override
+    {
+        return QCamera::LockExposure | QCamera::LockFocus;
+    }
+    QCamera::LockStatus lockStatus(QCamera::LockType lock) const override { return statuses[lock]; }
+    void searchAndLock(QCamera::LockTypes locks) override
+    {
+        log("lock", locks);
+        onRequest();
+    }
+    void unlock(QCamera::LockTypes locks) override { log("unlock", locks); }
+
+    void report(int lock, int status, int reason)
+    {
+        statuses[QCamera::LockType(lock)] = QCamera::LockStatus(status);
+        emit lockStatusChanged(QCamera::LockType(lock), QCamera::LockStatus(status),
+                               QCamera::LockChangeReason(reason));
+    }
+
+    QMap<QCamera::LockType, QCamera::LockStatus> statuses;
+    std::function<void()> onRequest = [] {};
+};
+
+class FakeSelector : public FakeControl<QVideoDeviceSelectorControl>
+{
+public:
+    int deviceCount() const override { return names.size(); }
+    QString deviceName(int index) const override { return names.value(index); }
+    QString deviceDescription(int index) const override { return QString::number(index); }
+    int defaultDevice() const override { return 2; }
+    int selectedDevice() const override { return selected; }
+    void setSelectedDevice(int index) override
+    {
+        log("select", index);
+        selected = index;
+        onSelection();
+    }
+
+    QStringList names = {QStringLiteral("front"), QStringLiteral("back"), QStringLiteral("other"),
+                         QStringLiteral("back")};
+    int selected = 0;
+    std::function<void()> onSelection = [] {};
+};
+
+class FakeCameraInfoControl : public FakeControl<QCameraInfoControl>
+{
+public:
+    QCamera::Position cameraPosition(const QString &name) const override
+    {
+        if (name.isEmpty())
+            return QCamera::BackFace;
+        return name == QLatin1String("front") ? QCamera::FrontFace : QCamera::UnspecifiedPosition;
+    }
+    int cameraOrientation(const QString &name) const override { return name.isEmpty() ? 180 : 90; }
+};
+
+class FakeViewfinderSettings : public FakeControl<QCameraViewfinderSettingsControl2>
+{
+public:
+    QList<QCameraViewfinderSettings> supportedViewfinderSettings() const override { return {}; }
+    QCameraViewfinderSettings viewfinderSettings() const override { return {}; }
+    void setViewfinderSettings(const QCameraViewfinderSettings &) override { log("set"); }
+};
+
+#endif

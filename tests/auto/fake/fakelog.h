@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The list of what the objects under test asked the fakes for, and what they logged.
+
+#ifndef FAKELOG_H
+#define FAKELOG_H
+
+#include <QtCore/qbytearraylist.h>
+#include <QtCore/qobject.h>
+
+/*!
+    Begins with an empty list, and enters every message of the process as "type category: text"
+    while the object lives. A service enters "name+control" when a control is requested, and
+    "name-control" when it is released; so does a provider with services. A control enters
+    "service.control call".
+*/
+class FakeLog
+{
+public:
+    FakeLog() : m_previous(qInstallMessageHandler(addMessage)) { entries().clear(); }
+    ~FakeLog() { qInstallMessageHandler(m_previous); }
+
+    static void add(const QByteArray &entry) { entries().append(entry); }
+    static void add(const QObject *who, const QByteArray &call)
+    {
+        add(who->objectName().toLatin1() + call);
+    }
+
+    /*! Returns the entries since the last call. */
+    static QByteArray take()
+    {
+        const QByteArray text = entries().join(", ");
+        entries().clear();
+        return text;
+    }
+
+private:
+    Q_DISABLE_COPY(FakeLog)
+
+    static QByteArrayList &entries()
+    {
+        static QByteArrayList list;
+        return list;
+    }
+    static void addMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+    {
+        static const char *const types[] = {"debug", "warning", "critical", "fatal", "info"};
+        add(QByteArray(types[type]) + ' ' + context.category + ": " + text.toUtf8());
+    }
+
+    QtMessageHandler m_previous;
+};
+
+#define COMPARE_LOG(text) QCOMPARE(FakeLog::take(), QByteArray(text))
+
+#endif

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Plugin objects that answer whatever interfaces a test tells them to.
+
+#ifndef FAKEPLUGIN_H
+#define FAKEPLUGIN_H
+
+#include "fakelog.h"
+#include "fakeservice.h"
+
+#include <qflmediaservicecodecinfointerface.h>
+
+#include <QtMultimedia/qmediaserviceproviderplugin.h>
+
+#include <functional>
+
+struct FakePluginScript
+{
+    QByteArrayList interfaces;
+    QMediaServiceProviderHint::Features features;
+    QMultimedia::SupportEstimate support = QMultimedia::NotSupported;
+    QStringList mimeTypes;
+    QByteArrayList devices;
+    QByteArray defaultDevice;
+    QMap<QByteArray, QCamera::Position> positions;
+    std::function<void(QMediaService *)> onRelease;
+    bool creates = true;
+};
+
+inline QMap<QByteArray, FakePluginScript> &fakePluginScripts()
+{
+    static QMap<QByteArray, FakePluginScript> scripts;
+    return scripts;
+}
+
+/*!
+    Inherits every interface, but answers in meta-casts only those of its script, so that a cast
+    by the language finds interfaces that are not there.
+*/
+template<typename Base>
+class FakeScripted : public Base,
+                     public QMediaServiceFeaturesInterface,
+                     public QMediaServiceSupportedFormatsInterface,
+                     public QMediaServiceSupportedDevicesInterface,
+                     public QMediaServiceDefaultDeviceInterface,
+                     public QMediaServiceCameraInfoInterface,
+                     public QFLMediaServiceCodecInfoInterface
+{
+public:
+    explicit FakeScripted(const QByteArray &name) : m_name(name) { }
+
+    void *qt_metacast(const char *identifier) override
+    {
+        const QByteArray name(identifier);
+        if (!script().interfaces.contains(name))
+            return Base::qt_metacast(identifier);
+        if (name == QMediaServiceFeaturesInterface_iid)
+            return static_cast<QMediaServiceFeaturesInterface *>(this);
+        if (name == QMediaServiceSupportedFormatsInterface_iid)
+            return static_cast<QMediaServiceSupportedFormatsInterface *>(this);
+        if (name == QMediaServiceSupportedDevicesInterface_iid)
+            return static_cast<QMediaServiceSupportedDevicesInterface *>(this);
+        if (name == QMediaServiceDefaultDeviceInterface_iid)
+            return static_cast<QMediaServiceDefaultDeviceInterface *>(this);
+        if (name == QMediaServiceCameraInfoInterface_iid)
+            return static_cast<QMediaServiceCameraInfoInterface *>(this);
+        return static_cast<QFLMediaServiceCodecInfoInterface *>(this);
+    }
+
+    QMediaServiceProviderHint::Features supportedFeatures(const QByteArray &type) const override
+    {
+        FakeLog::add(m_name + " supportedFeatures " + type);
+        return script().features;
+    }
+    QMultimedia::SupportEstimate hasSupport(const QString &, const QStringList &) const override
+    {
+        FakeLog::add(m_name + " hasSupport");
+        return script().support;
+    }
+    QStringList supportedMimeTypes() const override { return script().mimeTypes; }
+    QByteArrayList devices(const QByteArray &) const override { return script().devices; }
+    QString deviceDescription(const QByteArray &, const QByteArray &device) override
+    {
+        FakeLog::add(m_name + " deviceDescription");
+        return QString::fromLatin1(m_name + ' ' + device);
+    }
+    QByteArray defaultDevice(const QByteArray &) const override { return script().defaultDevice; }
+    QCamera::Position cameraPosition(const QByteArray &device) const override
+    {
+        return script().positions.value(device);
+    }
+    int cameraOrientation(const QByteArray &device) const override
+    {
+        return 90 * script().positions.value(device);
+    }
+    QString codec(const QByteArray &) override { return QString::fromLatin1(m_name); }
+    bool isEncoder(const QByteArray &codecId) override { return codecId.endsWith("enc"); }
+    bool isHardwareAccelerated(const QByteArray &id) override { return id.startsWith("hw"); }
+    int maxInstances(const QByteArray &codecId) override { return codecId.size(); }
+
+protected:
+    FakePluginScript &script() const { return fakePluginScripts()[m_name]; }
+
+    QByteArray m_name;
+};
+
+using FakeObject = FakeScripted<QObject>;
+
+class FakePlugin : public FakeScripted<QMediaServiceProviderPlugin>
+{
+public:
+    using FakeScripted::FakeScripted;
+
+    QMediaService *create(const QString &key) override
+    {
+        FakeLog::add(m_name + " create " + key.toLatin1());
+        return script().creates ? new FakeService(m_name) : nullptr;
+    }
+    void release(QMediaService *service) override
+    {
+        FakeLog::add(m_name + " release");
+        if (script().onRelease)
+            script().onRelease(service);
+        delete service;
+    }
+};
+
+#endif

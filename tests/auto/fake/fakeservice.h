@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// A media service: a map from identifiers to controls.
+
+#ifndef FAKESERVICE_H
+#define FAKESERVICE_H
+
+#include "fakelog.h"
+
+#include <QtCore/qmap.h>
+#include <QtMultimedia/qmediacontrol.h>
+#include <QtMultimedia/qmediaobject.h>
+#include <QtMultimedia/qmediaservice.h>
+
+class FakeService : public QMediaService
+{
+public:
+    explicit FakeService(const char *name, QObject *parent = nullptr) : QMediaService(parent)
+    {
+        setObjectName(QLatin1String(name));
+    }
+
+    template<typename Control> Control *add(const char *identifier)
+    {
+        auto *control = new Control;
+        control->setParent(this);
+        control->setObjectName(
+                QString::fromLatin1(objectName().toLatin1() + '.' + shortName(identifier) + ' '));
+        controls.insert(identifier, control);
+        return control;
+    }
+
+    QMediaControl *requestControl(const char *identifier) override
+    {
+        log('+', identifier);
+        return controls.value(identifier);
+    }
+    void releaseControl(QMediaControl *control) override { log('-', controls.key(control)); }
+
+    QMap<QByteArray, QMediaControl *> controls;
+
+    // Qt's base class asks for the first two, the camera's sub-objects for the others.
+    QByteArrayList unlogged = {"mediaavailability", "metadatareader", "cameraexposure",
+                               "cameraflash",       "camerafocus",    "camerazoom"};
+
+private:
+    static QByteArray shortName(const QByteArray &identifier)
+    {
+        const QByteArray name = identifier.left(identifier.indexOf('/'));
+        return name.mid(name.lastIndexOf('.') + 1).replace("control", "");
+    }
+    void log(char sign, const QByteArray &identifier)
+    {
+        if (!unlogged.contains(shortName(identifier)))
+            FakeLog::add(this, sign + shortName(identifier));
+    }
+};
+
+class FakeMediaObject : public QMediaObject
+{
+public:
+    explicit FakeMediaObject(QMediaService *service) : QMediaObject(nullptr, service) { }
+};
+
+#endif

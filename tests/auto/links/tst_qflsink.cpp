@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Tests of the links between sources and sinks.
+
+#include "fakecodeccontrols.h"
+
+#include <QtTest/QtTest>
+
+class tst_QFLSink : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void linkAndUnlink()
+    {
+        const FakeLog log;
+        FakeSource a("a "), b("b ");
+        FakeSink sink;
+        sink.unlink();
+        COMPARE_LOG("");
+        QVERIFY(sink.link(&a));
+        COMPARE_LOG("a addSink");
+        QVERIFY(sink.link(&b));
+        COMPARE_LOG("a removeSink, b addSink");
+        sink.unlink();
+        sink.unlink();
+        COMPARE_LOG("b removeSink");
+    }
+
+    // The source is on record while it is being asked, and stays so when it refuses.
+    void refusedLink()
+    {
+        class Reporting : public FakeSource
+        {
+            bool addSink(QFLSink *sink) override
+            {
+                sink->setError(QFLSink::FormatError);
+                return FakeSource::addSink(sink);
+            }
+        };
+        const FakeLog log;
+        Reporting source;
+        source.accepts = false;
+        FakeSink sink;
+        QVERIFY(!sink.link(&source));
+        COMPARE_LOG("s error 1, s addSink");
+        sink.setActive(true);
+        sink.setError(QFLSink::ResourceError);
+        sink.unlink();
+        COMPARE_LOG("s active 1, s error 4, s removeSink");
+    }
+
+    void forget()
+    {
+        const FakeLog log;
+        FakeSource a("a "), b("b ");
+        FakeSink sink;
+        QVERIFY(sink.link(&a));
+        QVERIFY(!sink.unlink(&b));
+        sink.setActive(true);
+        COMPARE_LOG("a addSink, a active 1");
+        QVERIFY(sink.unlink(&a));
+        sink.setActive(false);
+        sink.unlink();
+        QVERIFY(!sink.unlink(&a));
+        COMPARE_LOG("");
+    }
+
+    void activityAndError()
+    {
+        const FakeLog log;
+        FakeSource source;
+        FakeSink sink;
+        QVERIFY(!sink.isActive());
+        QCOMPARE(sink.error(), QFLSink::NoError);
+        sink.setActive(true);
+        sink.setError(QFLSink::HardwareError);
+        QVERIFY(sink.isActive());
+        QCOMPARE(sink.error(), QFLSink::HardwareError);
+        COMPARE_LOG("");
+        QVERIFY(sink.link(&source));
+        sink.setActive(true);
+        sink.setActive(false);
+        sink.setActive(false);
+        sink.setError(QFLSink::HardwareError);
+        sink.setError(QFLSink::HardwareError);
+        COMPARE_LOG("s addSink, s active 0, s error 5, s error 5");
+    }
+
+    // What an override of isActive() says does not count.
+    void storedActivity()
+    {
+        class Busy : public FakeSink
+        {
+            bool isActive() const override { return true; }
+        };
+        const FakeLog log;
+        FakeSource source;
+        Busy sink;
+        QVERIFY(sink.link(&source));
+        sink.setActive(true);
+        COMPARE_LOG("s addSink, s active 1");
+    }
+
+    void stream()
+    {
+        const FakeLog log;
+        FakeSource source;
+        FakeSink sink;
+        QVERIFY(sink.link(&source));
+        QVideoEncoderSettings settings;
+        settings.setBitRate(5);
+        QVERIFY(sink.start(settings));
+        QVERIFY(sink.isActive());
+        sink.drain();
+        QCOMPARE(sink.videoEncoderSettings(), settings);
+        sink.stop();
+        QVERIFY(sink.videoEncoderSettings().isNull());
+        QVERIFY(!sink.isActive());
+        COMPARE_LOG("s addSink, s active 1, s active 0");
+    }
+};
+
+QTEST_APPLESS_MAIN(tst_QFLSink)
+
+#include "tst_qflsink.moc"
