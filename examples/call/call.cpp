@@ -45,6 +45,8 @@ Call::Call(const CallSettings &settings, QObject *parent)
     : QObject(parent),
       m_settings(settings),
       m_statistics(settings.isLoopback()),
+      m_localSurface(settings.headless ? FrameSurface::CountFrames : FrameSurface::ShowFrames),
+      m_remoteSurface(FrameSurface::ShowFrames),
       m_network(settings)
 {
     m_drainTimer.setSingleShot(true);

@@ -57,8 +57,8 @@ CallError CameraSelection::announceFile(const CallSettings &settings)
         return {CallError::NoCamera,
                 tr("cannot read the camera file '%1'").arg(settings.cameraFile)};
     }
-    qApp->setProperty("facelink.gstreamer.cameraFiles",
-                      QStringList(fileDeviceName(settings.cameraFile)));
+    QCoreApplication::instance()->setProperty("facelink.gstreamer.cameraFiles",
+                                              QStringList(fileDeviceName(settings.cameraFile)));
     return CallError();
 }
 

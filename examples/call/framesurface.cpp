@@ -10,7 +10,8 @@
     \class FrameSurface
 
     Keeps the last frame, also after it has been stopped, so that the end of the call can still be
-    looked at. Asks for RGB, which QPainter draws without a conversion of its own.
+    looked at. Frames that are to be shown have to be RGB, which QPainter draws without a conversion
+   of its own; those that are only counted are taken as they are.
 */
 
 /*!
@@ -19,7 +20,10 @@
     Emitted for each frame that was taken, with the frame's start time in microseconds.
 */
 
-FrameSurface::FrameSurface(QObject *parent) : QAbstractVideoSurface(parent) { }
+FrameSurface::FrameSurface(Purpose purpose, QObject *parent)
+    : QAbstractVideoSurface(parent), m_purpose(purpose)
+{
+}
 
 FrameSurface::~FrameSurface() = default;
 
@@ -52,7 +56,10 @@ QList<QVideoFrame::PixelFormat> FrameSurface::supportedPixelFormats(
 {
     if (type != QAbstractVideoBuffer::NoHandle)
         return {};
-    return {QVideoFrame::Format_RGB32};
+    if (m_purpose == ShowFrames)
+        return {QVideoFrame::Format_RGB32};
+    return {QVideoFrame::Format_YUV420P, QVideoFrame::Format_NV12, QVideoFrame::Format_YUYV,
+            QVideoFrame::Format_UYVY, QVideoFrame::Format_RGB32};
 }
 
 /*! Takes the frame if it has the format with which the surface was started. */

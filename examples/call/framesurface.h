@@ -14,7 +14,9 @@ class FrameSurface : public QAbstractVideoSurface
     Q_OBJECT
 
 public:
-    explicit FrameSurface(QObject *parent = nullptr);
+    enum Purpose { ShowFrames, CountFrames };
+
+    explicit FrameSurface(Purpose purpose, QObject *parent = nullptr);
     ~FrameSurface() override;
 
     quint64 framesArrived() const;
@@ -31,6 +33,7 @@ Q_SIGNALS:
     void framePresented(qint64 startTime);
 
 private:
+    Purpose m_purpose;
     QVideoFrame m_frame;
     quint64 m_framesArrived = 0;
     quint64 m_framesPresented = 0;

@@ -129,7 +129,7 @@ int makeCall(const CallSettings &settings)
     if (settings.duration > 0)
         QTimer::singleShot(qRound64(settings.duration * 1000), &call, &Call::finish);
     QObject::connect(&interrupts, &InterruptWatcher::interrupted, &call, &Call::finish);
-    QObject::connect(&call, &Call::finished, qApp, &QCoreApplication::quit);
+    QObject::connect(&call, &Call::finished, QCoreApplication::instance(), &QCoreApplication::quit);
     QCoreApplication::exec();
     return concludeCall(&call, settings);
 }

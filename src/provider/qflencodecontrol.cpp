@@ -42,8 +42,8 @@
 /*!
     \fn void QFLEncodeControl::drain()
 
-    Encodes what has been taken, hands it all out and emits endOfStream(). No more frames are taken
-    until the next start().
+    Encodes what has been taken, hands it all out and emits endOfStream(). No frame is taken before
+    that.
 */
 
 /*!

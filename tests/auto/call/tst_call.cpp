@@ -20,6 +20,15 @@ const QSize comparedSize(320, 180);
 const double similarDecibels = 27;
 const int jitterBufferMilliseconds = 60;
 
+// Sanitizers make decoding and encoding of such pictures too slow for two cores to keep up.
+#if defined(FACELINK_SANITIZE)
+const double leastShare = 0.7;
+const int longestMilliseconds = 1000;
+#else
+const double leastShare = 0.95;
+const int longestMilliseconds = 60;
+#endif
+
 // How alike two pictures are, as the peak signal-to-noise ratio over all colours.
 double decibels(const QImage &left, const QImage &right)
 {
@@ -142,11 +151,11 @@ void tst_Call::loopback()
     QCOMPARE(m_errorLines, QStringList());
     QCOMPARE(m_exitCode, 0);
 
-    QVERIFY(value("frames captured") > 80);
-    QVERIFY(value("frames presented") >= 0.95 * value("frames captured"));
+    QVERIFY(value("frames captured") > 20);
+    QVERIFY(value("frames presented") >= leastShare * value("frames captured"));
     QVERIFY(value("frames presented") <= value("frames received"));
     const double median = value("capture to present, median");
-    QVERIFY(median > 0 && median < jitterBufferMilliseconds + 60);
+    QVERIFY(median > 0 && median < jitterBufferMilliseconds + longestMilliseconds);
     QVERIFY(value("capture to present, 95th percentile") >= median);
 
     const QImage picture(snapshot);
@@ -301,6 +310,7 @@ void tst_Call::interrupt()
     while (!output.contains("2 s: ") && program.waitForReadyRead())
         output += program.readAllStandardOutput();
     QVERIFY(!output.contains("frames presented"));
+    QCOMPARE(program.state(), QProcess::Running);
     QCOMPARE(::kill(pid_t(program.processId()), signal), 0);
     QVERIFY(program.waitForFinished());
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
