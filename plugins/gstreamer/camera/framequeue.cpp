@@ -39,13 +39,6 @@ void FrameQueue::clear()
     ++m_run;
 }
 
-/*! How many frames have been dropped since this object was made. */
-int FrameQueue::droppedCount() const
-{
-    const QMutexLocker locker(&m_mutex);
-    return m_droppedCount;
-}
-
 /*! Runs on the streaming thread. */
 GstFlowReturn FrameQueue::takeSample(GstAppSink *sink, gpointer self)
 {
@@ -76,10 +69,8 @@ void FrameQueue::readCaps(GstCaps *caps)
 void FrameQueue::append(const Entry &entry)
 {
     const QMutexLocker locker(&m_mutex);
-    if (m_entries.size() == capacity) {
+    if (m_entries.size() == capacity)
         m_entries.removeFirst();
-        ++m_droppedCount;
-    }
     m_entries.append(entry);
     if (m_isPosted)
         return;

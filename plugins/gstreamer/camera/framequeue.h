@@ -26,8 +26,6 @@ public:
     void connectTo(GstAppSink *sink);
     void clear();
 
-    int droppedCount() const;
-
 Q_SIGNALS:
     void frameCaptured(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
 
@@ -51,7 +49,6 @@ private:
     mutable QMutex m_mutex;
     QList<Entry> m_entries;
     int m_run = 0;
-    int m_droppedCount = 0;
     bool m_isPosted = false;
 };
 

@@ -178,7 +178,8 @@ QString VideoFileProbe::waitForPicture(GstElement *pipeline) const
         else if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR)
             reason = hasStreams(pipeline) ? tr("the file has no video stream")
                                           : tr("the file is no video (%1)").arg(errorText(message));
-        else if (!isDone && !hasVideo(message))
+        // The type of a stream collection shares bits with others, which the filter lets through.
+        else if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STREAM_COLLECTION && !hasVideo(message))
             reason = tr("the file has no video stream");
         gst_clear_message(&message);
     }

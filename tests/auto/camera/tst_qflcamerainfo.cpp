@@ -53,25 +53,17 @@ private slots:
         QCOMPARE(QFLCameraInfo(QByteArray("")).description(), QStringLiteral("Nameless"));
     }
 
-    void nullDescriptions_data()
-    {
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<QByteArray>("log");
-        const QByteArray asked = "p devices facelink.camera";
-        QTest::newRow("null") << QByteArray() << QByteArray();
-        QTest::newRow("unlisted") << QByteArray("unlisted") << asked;
-        QTest::newRow("a zero byte more") << QByteArray("dev1\0", 5) << asked;
-    }
-
     void nullDescriptions()
     {
-        QFETCH(QByteArray, name);
         Devices world;
-        const QFLCameraInfo info(name);
-        QTEST(FakeLog::take(), "log");
-        QVERIFY(info.isNull() && info.deviceName().isNull() && info.description().isNull());
-        QCOMPARE(info.position(), QCamera::UnspecifiedPosition);
-        QCOMPARE(info.orientation(), 0);
+        for (const QByteArray &name :
+             {QByteArray(), QByteArray("unlisted"), QByteArray("dev1\0", 5)}) {
+            const QFLCameraInfo info(name);
+            COMPARE_LOG(name.isNull() ? "" : "p devices facelink.camera");
+            QVERIFY(info.isNull() && info.deviceName().isNull() && info.description().isNull());
+            QCOMPARE(info.position(), QCamera::UnspecifiedPosition);
+            QCOMPARE(info.orientation(), 0);
+        }
     }
 
     void lists()
@@ -134,28 +126,23 @@ private slots:
     // The name is in the text already when the position is put there.
     void debugOutput_data()
     {
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<int>("position");
         QTest::addColumn<QString>("text");
-        const auto row = [](const char *name, int position, const char *text) {
-            QTest::newRow(name) << QByteArray(name) << position << QString::fromLatin1(text);
-        };
-        row("/dev/video1", QCamera::FrontFace,
-            "QFLCameraInfo(deviceName=/dev/video1, position=FrontFace, orientation=270)");
-        row("%2", QCamera::BackFace,
-            "QFLCameraInfo(deviceName=BackFace, position=BackFace, orientation=270)");
-        row("x", 7, "QFLCameraInfo(deviceName=x, position=, orientation=270)");
+        QTest::addColumn<int>("position");
+        QTest::newRow("/dev/video1") << QStringLiteral("/dev/video1, position=FrontFace") << 2;
+        QTest::newRow("%2") << QStringLiteral("BackFace, position=BackFace") << 1;
+        QTest::newRow("x") << QStringLiteral("x, position=") << 3;
     }
 
     void debugOutput()
     {
-        QFETCH(QByteArray, name);
-        QFETCH(int, position);
         QFETCH(QString, text);
+        QFETCH(int, position);
+        const QByteArray name = QTest::currentDataTag();
         FakeBackend backend;
         backend.deviceNames = {name};
         backend.deviceMap[name] = {"", QCamera::Position(position), 270};
-        text = QLatin1Char('"') + text + QLatin1Char('"');
+        text = QStringLiteral("\"QFLCameraInfo(deviceName=") + text
+                + QStringLiteral(", orientation=270)\"");
         QString compact, spaced;
         QDebug(&compact).nospace() << QFLCameraInfo(name) << 1 << 2;
         QCOMPARE(compact, text + QStringLiteral(" 1 2 "));

@@ -7,11 +7,13 @@
 
 #include "fakelog.h"
 
+#include <qflencodedvideoframe.h>
 #include <qflrawvideosourcecontrol.h>
 
 #include <QtCore/qpointer.h>
 #include <QtCore/qthread.h>
 #include <QtMultimedia/qabstractvideosurface.h>
+#include <QtMultimedia/qvideosurfaceformat.h>
 
 #include <memory>
 
@@ -62,6 +64,29 @@ public:
     }
     bool present(const QVideoFrame &) override { return true; }
 };
+
+inline QByteArray textOf(int value)
+{
+    return QByteArray::number(value);
+}
+inline QByteArray textOf(const QVideoSurfaceFormat &format)
+{
+    return textOf(format.frameWidth());
+}
+
+inline QByteArray textOf(const QFLEncodedVideoFrame &frame)
+{
+    return frame.data();
+}
+
+/*! Enters the signal as its name and its arguments from now on. */
+template<typename Object, typename... Arguments>
+void logSignal(Object *object, void (Object::*signal)(Arguments...), const QByteArray &name)
+{
+    QObject::connect(object, signal, [name](Arguments... arguments) {
+        FakeLog::add((name + ... + (' ' + textOf(arguments))));
+    });
+}
 
 /*! Returns when \a work has run, so that what it posted is waiting in the caller's event loop. */
 template<typename Work> void runInThread(Work work)

@@ -51,6 +51,12 @@ private:
     QtMessageHandler m_previous;
 };
 
+/*! Puts a name in the place of each X of a log. */
+inline QByteArray named(QByteArray log, char name)
+{
+    return log.replace('X', name);
+}
+
 #define COMPARE_LOG(text) QCOMPARE(FakeLog::take(), QByteArray(text))
 
 #endif

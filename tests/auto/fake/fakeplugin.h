@@ -16,15 +16,15 @@
 
 struct FakePluginScript
 {
-    QByteArrayList interfaces;
-    QMediaServiceProviderHint::Features features;
+    QMediaServiceProviderHint::Features features {};
     QMultimedia::SupportEstimate support = QMultimedia::NotSupported;
-    QStringList mimeTypes;
-    QByteArrayList devices;
-    QByteArray defaultDevice;
-    QMap<QByteArray, QCamera::Position> positions;
-    std::function<void(QMediaService *)> onRelease;
+    QByteArrayList devices {};
+    QMap<QByteArray, QCamera::Position> positions {};
+    QStringList mimeTypes {};
+    QByteArray defaultDevice {};
+    std::function<void(QMediaService *)> onRelease {};
     bool creates = true;
+    QByteArrayList interfaces {};
 };
 
 inline QMap<QByteArray, FakePluginScript> &fakePluginScripts()
@@ -37,34 +37,22 @@ inline QMap<QByteArray, FakePluginScript> &fakePluginScripts()
     Inherits every interface, but answers in meta-casts only those of its script, so that a cast
     by the language finds interfaces that are not there.
 */
-template<typename Base>
-class FakeScripted : public Base,
-                     public QMediaServiceFeaturesInterface,
-                     public QMediaServiceSupportedFormatsInterface,
-                     public QMediaServiceSupportedDevicesInterface,
-                     public QMediaServiceDefaultDeviceInterface,
-                     public QMediaServiceCameraInfoInterface,
-                     public QFLMediaServiceCodecInfoInterface
+template<typename Base, typename... Interfaces>
+class FakeScripted : public Base, public Interfaces...
 {
 public:
     explicit FakeScripted(const QByteArray &name) : m_name(name) { }
 
     void *qt_metacast(const char *identifier) override
     {
+        void *part = nullptr;
         const QByteArray name(identifier);
         if (!script().interfaces.contains(name))
             return Base::qt_metacast(identifier);
-        if (name == QMediaServiceFeaturesInterface_iid)
-            return static_cast<QMediaServiceFeaturesInterface *>(this);
-        if (name == QMediaServiceSupportedFormatsInterface_iid)
-            return static_cast<QMediaServiceSupportedFormatsInterface *>(this);
-        if (name == QMediaServiceSupportedDevicesInterface_iid)
-            return static_cast<QMediaServiceSupportedDevicesInterface *>(this);
-        if (name == QMediaServiceDefaultDeviceInterface_iid)
-            return static_cast<QMediaServiceDefaultDeviceInterface *>(this);
-        if (name == QMediaServiceCameraInfoInterface_iid)
-            return static_cast<QMediaServiceCameraInfoInterface *>(this);
-        return static_cast<QFLMediaServiceCodecInfoInterface *>(this);
+        ((name == qobject_interface_iid<Interfaces *>() ? part = static_cast<Interfaces *>(this)
+                                                        : part),
+         ...);
+        return part;
     }
 
     QMediaServiceProviderHint::Features supportedFeatures(const QByteArray &type) const override
@@ -104,9 +92,15 @@ protected:
     QByteArray m_name;
 };
 
-using FakeObject = FakeScripted<QObject>;
+template<typename Base>
+using FakeFor
+        = FakeScripted<Base, QMediaServiceFeaturesInterface, QMediaServiceSupportedFormatsInterface,
+                       QMediaServiceSupportedDevicesInterface, QMediaServiceDefaultDeviceInterface,
+                       QMediaServiceCameraInfoInterface, QFLMediaServiceCodecInfoInterface>;
 
-class FakePlugin : public FakeScripted<QMediaServiceProviderPlugin>
+using FakeObject = FakeFor<QObject>;
+
+class FakePlugin : public FakeFor<QMediaServiceProviderPlugin>
 {
 public:
     using FakeScripted::FakeScripted;

@@ -2,143 +2,99 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 // Tests that raw frames pass between Qt and GStreamer without a copy.
 
-#include "gstreamersetup.h"
 #include "videoformat.h"
 #include "videoframe.h"
 
-#include <QtTest/qtest.h>
+#include <QtTest/QtTest>
 
-namespace {
-
-constexpr QSize size(320, 240);
-
-GstVideoInfo videoInfo(QVideoFrame::PixelFormat format, const QSize &frameSize = size)
+static GstVideoInfo videoInfo(QVideoFrame::PixelFormat format)
 {
     GstVideoInfo info;
-    VideoFormat::toGst(QVideoSurfaceFormat(frameSize, format), &info);
+    VideoFormat::toGst(QVideoSurfaceFormat(QSize(320, 240), format), &info);
     return info;
 }
-
-} // namespace
 
 class tst_VideoFrame : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void surfaceFormats();
-    void frameOfABuffer();
-    void bufferOfAFrame_data();
-    void bufferOfAFrame();
-    void unfitFrames();
-};
+    void initTestCase() { QVERIFY(gst_init_check(nullptr, nullptr, nullptr)); }
 
-void tst_VideoFrame::initTestCase()
-{
-    QVERIFY(GStreamerSetup::initialize());
-}
-
-void tst_VideoFrame::surfaceFormats()
-{
-    QVideoSurfaceFormat format(size, QVideoFrame::Format_NV12);
-    format.setFrameRate(30000 / 1001.0);
-    format.setPixelAspectRatio(4, 3);
-    format.setYCbCrColorSpace(QVideoSurfaceFormat::YCbCr_BT709);
-    GstVideoInfo info;
-    QVERIFY(VideoFormat::toGst(format, &info));
-    QCOMPARE(info.fps_n, 30000);
-    QCOMPARE(info.fps_d, 1001);
-    QCOMPARE(VideoFormat::fromGst(info), format);
-
-    QVERIFY(!VideoFormat::toGst(QVideoSurfaceFormat(size, QVideoFrame::Format_Jpeg), &info));
-    QVERIFY(!VideoFormat::toGst(QVideoSurfaceFormat(QSize(), QVideoFrame::Format_NV12), &info));
-}
-
-void tst_VideoFrame::frameOfABuffer()
-{
-    const GstVideoInfo info = videoInfo(QVideoFrame::Format_YUV420P);
-    GstBufferPointer buffer(gst_buffer_new_allocate(nullptr, info.size, nullptr));
-    GstBuffer *const address = buffer.get();
-    GstMapInfo map;
-    QVERIFY(gst_buffer_map(buffer.get(), &map, GST_MAP_WRITE));
-    map.data[info.offset[2]] = 77;
-    const quint8 *const pixels = map.data;
-    gst_buffer_unmap(buffer.get(), &map);
-
-    QVideoFrame frame = VideoFrame::fromGst(buffer.get(), info, 4711);
-    QCOMPARE(frame.startTime(), 4711);
-    QCOMPARE(frame.handleType(), QAbstractVideoBuffer::NoHandle);
-    QVERIFY(!frame.map(QAbstractVideoBuffer::ReadWrite));
-    buffer.reset();
-    QVERIFY(frame.map(QAbstractVideoBuffer::ReadWrite));
-    QCOMPARE(static_cast<const quint8 *>(frame.bits(0)), pixels);
-    QCOMPARE(int(*frame.bits(2)), 77);
-    frame.unmap();
-
-    QString errorText;
-    QCOMPARE(VideoFrame::toGst(frame, info, &errorText).get(), address);
-    QCOMPARE(errorText, QString());
-}
-
-void tst_VideoFrame::bufferOfAFrame_data()
-{
-    QTest::addColumn<QVideoFrame::PixelFormat>("format");
-    QTest::addColumn<int>("bytesPerLine");
-    QTest::addColumn<int>("bytes");
-
-    QTest::newRow("I420") << QVideoFrame::Format_YUV420P << 384 << 384 * 240 * 3 / 2;
-    QTest::newRow("NV12") << QVideoFrame::Format_NV12 << 320 << 320 * 240 * 3 / 2;
-    QTest::newRow("RGB32") << QVideoFrame::Format_RGB32 << 1344 << 1344 * 240;
-}
-
-void tst_VideoFrame::bufferOfAFrame()
-{
-    QFETCH(QVideoFrame::PixelFormat, format);
-    QFETCH(int, bytesPerLine);
-    QFETCH(int, bytes);
-    QVideoFrame frame(bytes, size, bytesPerLine, format);
-    const GstVideoInfo info = videoInfo(format);
-    QString errorText;
-    GstBufferPointer buffer = VideoFrame::toGst(frame, info, &errorText);
-    QVERIFY2(buffer, qPrintable(errorText));
-    QVERIFY(frame.isMapped());
-
-    GstVideoFrame mapped;
-    QVERIFY(gst_video_frame_map(&mapped, &info, buffer.get(), GST_MAP_READ));
-    for (int plane = 0; plane < frame.planeCount(); ++plane) {
-        QCOMPARE(static_cast<uchar *>(mapped.data[plane]), frame.bits(plane));
-        QCOMPARE(GST_VIDEO_FRAME_PLANE_STRIDE(&mapped, plane), frame.bytesPerLine(plane));
+    void surfaceFormats()
+    {
+        QVideoSurfaceFormat format(QSize(320, 240), QVideoFrame::Format_NV12);
+        format.setFrameRate(30000 / 1001.0);
+        format.setPixelAspectRatio(4, 3);
+        format.setYCbCrColorSpace(QVideoSurfaceFormat::YCbCr_BT709);
+        GstVideoInfo info;
+        QVERIFY(VideoFormat::toGst(format, &info));
+        QCOMPARE(QSize(info.fps_n, info.fps_d), QSize(30000, 1001));
+        QCOMPARE(VideoFormat::fromGst(info), format);
     }
-    gst_video_frame_unmap(&mapped);
-    buffer.reset();
-    QVERIFY(!frame.isMapped());
-}
 
-void tst_VideoFrame::unfitFrames()
-{
-    const GstVideoInfo info = videoInfo(QVideoFrame::Format_YUV420P);
-    const QVideoFrame fitting(115200, size, 320, QVideoFrame::Format_YUV420P);
-    QString errorText;
-    QVERIFY(VideoFrame::toGst(fitting, info, &errorText));
+    void frameOfABuffer()
+    {
+        const GstVideoInfo info = videoInfo(QVideoFrame::Format_YUV420P);
+        GstBufferPointer buffer(gst_buffer_new_allocate(nullptr, info.size, nullptr));
+        GstBuffer *const address = buffer.get();
+        GstMapInfo map;
+        QVERIFY(gst_buffer_map(address, &map, GST_MAP_WRITE));
+        const uchar *const pixels = map.data + info.offset[2];
+        gst_buffer_unmap(address, &map);
+        QVideoFrame frame = VideoFrame::fromGst(address, info, 4711);
+        QCOMPARE(frame.startTime(), 4711);
+        // What others may read as well cannot be written to.
+        QVERIFY(!frame.map(QAbstractVideoBuffer::ReadWrite));
+        buffer.reset();
+        QVERIFY(frame.map(QAbstractVideoBuffer::ReadWrite));
+        QCOMPARE(static_cast<const uchar *>(frame.bits(2)), pixels);
+        frame.unmap();
+        QString errorText;
+        QCOMPARE(VideoFrame::toGst(frame, info, &errorText).get(), address);
+        QCOMPARE(errorText, QString());
+    }
 
-    const QVideoFrame wide(115200, QSize(480, 160), 480, QVideoFrame::Format_YUV420P);
-    QVERIFY(!VideoFrame::toGst(wide, info, &errorText));
-    QVERIFY(errorText.contains(QLatin1String("480x160 Format_YUV420P")));
-    QVERIFY(errorText.contains(QLatin1String("320x240 Format_YUV420P")));
-    const QVideoFrame other(115200, size, 320, QVideoFrame::Format_YV12);
-    QVERIFY(!VideoFrame::toGst(other, info, &errorText));
-    QVERIFY(errorText.contains(QLatin1String("Format_YV12")));
+    void bufferOfAFrame()
+    {
+        for (const auto format : {QVideoFrame::Format_YUV420P, QVideoFrame::Format_RGB32}) {
+            const int bytesPerLine = format == QVideoFrame::Format_RGB32 ? 1344 : 384;
+            const QVideoFrame frame(bytesPerLine * 360, QSize(320, 240), bytesPerLine, format);
+            const GstVideoInfo info = videoInfo(format);
+            QString errorText;
+            GstBufferPointer buffer = VideoFrame::toGst(frame, info, &errorText);
+            GstVideoFrame mapped;
+            QVERIFY(gst_video_frame_map(&mapped, &info, buffer.get(), GST_MAP_READ));
+            for (int plane = 0; plane < frame.planeCount(); ++plane) {
+                QCOMPARE(static_cast<const uchar *>(mapped.data[plane]), frame.bits(plane));
+                QCOMPARE(GST_VIDEO_FRAME_PLANE_STRIDE(&mapped, plane), frame.bytesPerLine(plane));
+            }
+            gst_video_frame_unmap(&mapped);
+            QVERIFY(frame.isMapped());
+            buffer.reset();
+            QVERIFY(!frame.isMapped());
+        }
+    }
 
-    const QVideoFrame narrow(320 * 240 * 4, size, 1276, QVideoFrame::Format_RGB32);
-    QVERIFY(!VideoFrame::toGst(narrow, videoInfo(QVideoFrame::Format_RGB32), &errorText));
-    QVERIFY(errorText.contains(QLatin1String("1276")));
-    const QVideoFrame truncated(320 * 239 * 4, size, 1280, QVideoFrame::Format_RGB32);
-    QVERIFY(!VideoFrame::toGst(truncated, videoInfo(QVideoFrame::Format_RGB32), &errorText));
-    QVERIFY(errorText.contains(QLatin1String("305920")));
-    QVERIFY(errorText.contains(QLatin1String("307200")));
-    QVERIFY(!VideoFrame::toGst(QVideoFrame(), info, &errorText));
-}
+    void unfitFrames()
+    {
+        const auto check = [](const QSize &size, int bytes, int bytesPerLine,
+                              QVideoFrame::PixelFormat format, const char *text) {
+            const bool isRgb = format == QVideoFrame::Format_RGB32;
+            const GstVideoInfo info = videoInfo(isRgb ? format : QVideoFrame::Format_YUV420P);
+            QString error;
+            QVERIFY(!VideoFrame::toGst(QVideoFrame(bytes, size, bytesPerLine, format), info,
+                                       &error));
+            QVERIFY(error.contains(QLatin1String(text)));
+        };
+        const QSize size(320, 240);
+        check(QSize(480, 160), 115200, 480, QVideoFrame::Format_YUV420P,
+              "480x160 Format_YUV420P, but 320x240 Format_YUV420P was");
+        check(size, 115200, 320, QVideoFrame::Format_YV12, "Format_YV12");
+        check(size, 307200, 1276, QVideoFrame::Format_RGB32, "1276");
+        check(size, 305920, 1280, QVideoFrame::Format_RGB32, "305920 bytes instead of 307200");
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_VideoFrame)
 

@@ -87,21 +87,6 @@ private slots:
         COMPARE_LOG("s addSink, s active 0, s error 5, s error 5");
     }
 
-    // What an override of isActive() says does not count.
-    void storedActivity()
-    {
-        class Busy : public FakeSink
-        {
-            bool isActive() const override { return true; }
-        };
-        const FakeLog log;
-        FakeSource source;
-        Busy sink;
-        QVERIFY(sink.link(&source));
-        sink.setActive(true);
-        COMPARE_LOG("s addSink, s active 1");
-    }
-
     void stream()
     {
         const FakeLog log;

@@ -5,6 +5,7 @@
 #include "fakeplugin.h"
 
 #include <qflcodecinfo.h>
+
 #include <private/qmediaserviceprovider_p.h>
 
 #include <QtCore/qplugin.h>
@@ -16,7 +17,6 @@ Q_IMPORT_PLUGIN(SecondPlugin)
 Q_IMPORT_PLUGIN(ThirdPlugin)
 
 using Hint = QMediaServiceProviderHint;
-Q_DECLARE_METATYPE(QMediaServiceProviderHint)
 
 static const QByteArray features = QMediaServiceFeaturesInterface_iid;
 static const QByteArray formats = QMediaServiceSupportedFormatsInterface_iid;
@@ -48,6 +48,52 @@ static void offer(const QByteArrayList &plugins, const QByteArrayList &interface
         plugin(name).interfaces = interfaces;
 }
 
+static const QByteArray any = "test.all";
+static const QByteArray ours = "facelink.camera";
+static const QByteArrayList all = {"first", "second", "third"};
+static const QByteArrayList facts = {devices, cameraInfo};
+static const Hint mime(QStringLiteral("video/x"), {});
+static const Hint several(Hint::LowLatencyPlayback | Hint::StreamPlayback);
+static const Hint front(QCamera::FrontFace);
+static const Hint back(QCamera::BackFace);
+
+struct Choice
+{
+    const char *name;
+    QByteArray key;
+    Hint hint;
+    QByteArrayList plugins;
+    QByteArrayList interfaces;
+    QByteArray chosen;
+};
+Q_DECLARE_METATYPE(const Choice *)
+
+static const Choice choices[] = {
+        {"null", any, Hint(), all, {features}, "first"},
+        {"null, player", player, Hint(), all, {features}, "third"},
+        {"null, player without features", player, Hint(), {"first"}, {features}, "second"},
+        {"device", any, Hint(QByteArray("xy")), all, {devices}, "second"},
+        {"device, ours", ours, Hint(QByteArray("xy")), all, {devices}, "second"},
+        {"device that nobody has", any, Hint(QByteArray("none")), all, {devices}, "first"},
+        {"device, hidden interface", any, Hint(QByteArray("xy")), {"third"}, {devices}, "third"},
+        {"empty device", any, Hint(QByteArray("")), all, {devices}, "third"},
+        {"features", any, Hint(Hint::RecordingSupport), all, {features}, "third"},
+        {"several features", any, several, all, {features}, "second"},
+        {"features that nobody has", any, Hint(Hint::VideoSurface), all, {features}, "first"},
+        {"no features", any, Hint(Hint::Features()), {"second"}, {features}, "second"},
+        {"no features, no interface", any, Hint(Hint::Features()), {}, {}, "first"},
+        {"content", any, mime, all, {formats}, "second"},
+        {"content, no interfaces", any, mime, {}, {}, "first"},
+        {"content, equal to no interface", any, mime, {"first"}, {formats}, "first"},
+        {"position", camera, back, all, facts, "third"},
+        {"position, one without", camera, back, {"first", "second"}, facts, "second"},
+        {"position, no devices", camera, back, all, {cameraInfo}, "first"},
+        {"position, no facts", camera, back, all, {devices}, "first"},
+        {"no position", camera, Hint(QCamera::UnspecifiedPosition), all, facts, "first"},
+        {"position, ours", ours, back, all, facts, "first"},
+        {"position nobody has", camera, front, {"second", "third"}, facts, "first"},
+};
+
 class tst_QFLPluginServiceProvider : public QObject
 {
     Q_OBJECT
@@ -57,83 +103,33 @@ private slots:
 
     void choice_data()
     {
-        QTest::addColumn<QByteArray>("key");
-        QTest::addColumn<Hint>("hint");
-        QTest::addColumn<QByteArrayList>("plugins");
-        QTest::addColumn<QByteArrayList>("interfaces");
-        QTest::addColumn<QByteArray>("chosen");
-
-        const QByteArray any = "test.all";
-        const QByteArray ours = "facelink.camera";
-        const QByteArrayList all = {"first", "second", "third"};
-        const Hint mime(QStringLiteral("video/x"), {});
-        const Hint back(QCamera::BackFace);
-        const auto row = [](const char *name, const QByteArray &key, const Hint &hint,
-                            const QByteArrayList &plugins, const QByteArrayList &interfaces,
-                            const char *chosen) {
-            QTest::newRow(name) << key << hint << plugins << interfaces << QByteArray(chosen);
-        };
-        const QByteArrayList facts = {devices, cameraInfo};
-        row("null", any, Hint(), all, {features}, "first");
-        row("null, player", player, Hint(), all, {features}, "third");
-        row("null, player without features", player, Hint(), {"first"}, {features}, "second");
-        row("device", any, Hint(QByteArray("xy")), all, {devices}, "second");
-        row("device, ours", ours, Hint(QByteArray("xy")), all, {devices}, "second");
-        row("device that nobody has", any, Hint(QByteArray("none")), all, {devices}, "first");
-        row("device, hidden interface", any, Hint(QByteArray("xy")), {"third"}, {devices}, "third");
-        row("empty device", any, Hint(QByteArray("")), all, {devices}, "third");
-        row("features", any, Hint(Hint::RecordingSupport), all, {features}, "third");
-        row("several features", any, Hint(Hint::LowLatencyPlayback | Hint::StreamPlayback), all,
-            {features}, "second");
-        row("features that nobody has", any, Hint(Hint::VideoSurface), all, {features}, "first");
-        row("no features", any, Hint(Hint::Features()), {"second"}, {features}, "second");
-        row("no features, no interface", any, Hint(Hint::Features()), {}, {}, "first");
-        row("content", any, mime, all, {formats}, "second");
-        row("content, no interfaces", any, mime, {}, {}, "first");
-        row("content, equal to no interface", any, mime, {"first"}, {formats}, "first");
-        row("position", camera, back, all, facts, "third");
-        row("position, one without", camera, back, {"first", "second"}, facts, "second");
-        row("position, no devices", camera, back, all, {cameraInfo}, "first");
-        row("position, no facts", camera, back, all, {devices}, "first");
-        row("no position", camera, Hint(QCamera::UnspecifiedPosition), all, facts, "first");
-        row("position, ours", ours, back, all, facts, "first");
-        row("position that nobody has", camera, Hint(QCamera::FrontFace), {"second", "third"},
-            facts, "first");
+        QTest::addColumn<const Choice *>("choice");
+        for (const Choice &row : choices)
+            QTest::newRow(row.name) << &row;
     }
 
     void choice()
     {
-        QFETCH(QByteArray, key);
-        QFETCH(Hint, hint);
-        QFETCH(QByteArrayList, plugins);
-        QFETCH(QByteArrayList, interfaces);
-        QFETCH(QByteArray, chosen);
-        offer(plugins, interfaces);
-        plugin("first").features = Hint::LowLatencyPlayback;
-        plugin("second").features = Hint::LowLatencyPlayback | Hint::StreamPlayback;
-        plugin("third").features = Hint::RecordingSupport;
-        plugin("first").support = QMultimedia::MaybeSupported;
-        plugin("second").support = QMultimedia::ProbablySupported;
-        plugin("third").support = QMultimedia::ProbablySupported;
-        plugin("first").devices = {"xx"};
-        plugin("second").devices = {"yy", "xy"};
-        plugin("third").devices = {"xy", ""};
-        plugin("first").positions["xx"] = QCamera::FrontFace;
-        plugin("second").positions["xy"] = QCamera::BackFace;
-        plugin("third").positions[""] = QCamera::BackFace;
-
+        QFETCH(const Choice *, choice);
+        const auto probably = QMultimedia::ProbablySupported;
+        plugin("first") = {Hint::LowLatencyPlayback,
+                           QMultimedia::MaybeSupported,
+                           {"xx"},
+                           {{"xx", QCamera::FrontFace}}};
+        plugin("second")
+                = {several.features(), probably, {"yy", "xy"}, {{"xy", QCamera::BackFace}}};
+        plugin("third") = {Hint::RecordingSupport, probably, {"xy", ""}, {{"", QCamera::BackFace}}};
+        offer(choice->plugins, choice->interfaces);
         const FakeLog log;
-        QMediaService *service = provider()->requestService(key, hint);
-        QVERIFY(service);
-        QCOMPARE(service->objectName(), QString::fromLatin1(chosen));
-        QVERIFY(FakeLog::take().endsWith(chosen + " create " + key));
+        QMediaService *service = provider()->requestService(choice->key, choice->hint);
+        QVERIFY(FakeLog::take().endsWith(choice->chosen + " create " + choice->key));
         provider()->releaseService(service);
-        COMPARE_LOG(chosen + " release");
+        COMPARE_LOG(choice->chosen + " release");
     }
 
     void formatsEndTheSearch()
     {
-        offer({"first", "second", "third"}, {formats});
+        offer(all, {formats});
         plugin("first").support = QMultimedia::MaybeSupported;
         plugin("second").support = QMultimedia::PreferredService;
         plugin("third").support = QMultimedia::PreferredService;
@@ -142,15 +138,14 @@ private slots:
         provider()->releaseService(provider()->requestService("test.all", hint));
         COMPARE_LOG("first hasSupport, second hasSupport, second create test.all, second release");
 
-        for (const char *name : {"first", "second", "third"})
+        for (const QByteArray &name : all)
             plugin(name).support = QMultimedia::NotSupported;
         QCOMPARE(provider()->requestService("test.all", hint), nullptr);
         QVERIFY(FakeLog::take().endsWith(warning + "\"test.all\""));
         offer({"second"}, {});
-        QMediaService *service = provider()->requestService("test.all", hint);
-        QVERIFY(service);
-        QCOMPARE(service->objectName(), QStringLiteral("second"));
-        provider()->releaseService(service);
+        FakeLog::take();
+        provider()->releaseService(provider()->requestService("test.all", hint));
+        QVERIFY(FakeLog::take().endsWith("second create test.all, second release"));
     }
 
     void noService()
@@ -203,73 +198,30 @@ private slots:
         COMPARE_LOG("first release, known 0");
     }
 
-    void hasSupport_data()
+    // Estimates and types count only those plugins that have the features behind the flags.
+    void formatQueries_data()
     {
-        using S = QMultimedia::SupportEstimate;
         QTest::addColumn<QByteArrayList>("interfaces");
-        QTest::addColumn<int>("offered");
-        QTest::addColumn<QList<S>>("estimates");
         QTest::addColumn<int>("flags");
-        QTest::addColumn<S>("expected");
-
-        const S no = QMultimedia::NotSupported;
-        const S maybe = QMultimedia::MaybeSupported;
-        const S probably = QMultimedia::ProbablySupported;
-        const S preferred = QMultimedia::PreferredService;
-        const QByteArrayList both = {formats, features};
-        const auto row = [](const char *name, const QByteArrayList &interfaces, int offered,
-                            const QList<S> &estimates, int flags, S expected) {
-            QTest::newRow(name) << interfaces << offered << estimates << flags << expected;
+        QTest::addColumn<int>("estimate");
+        QTest::addColumn<QString>("types");
+        const auto row = [](const char *name, const QByteArrayList &interfaces, int flags,
+                            int estimate, const char *types) {
+            QTest::newRow(name) << interfaces << flags << estimate << QString::fromLatin1(types);
         };
-        row("best", {formats}, 0, {maybe, probably, no}, 0, probably);
-        row("capped", {formats}, 0, {no, preferred, no}, 0, probably);
-        row("none", {formats}, 0, {no, no, no}, 0, no);
-        row("no formats", {features}, 0, {no, no, no}, 0, maybe);
-        row("skipped counts for nothing", both, 0, {probably, probably, probably}, 1, no);
-        row("skipped leaves formats alone", {features}, 0, {no, no, no}, 1, no);
-        row("not skipped without flags", both, 0, {maybe, no, no}, 0, maybe);
-        row("low latency", both, 1, {maybe, no, no}, 1, maybe);
-        row("stream", both, 4, {maybe, no, no}, 2, maybe);
-        row("recording is no stream", both, 2, {maybe, no, no}, 2, no);
-        row("video surface is not tested", both, 0, {maybe, no, no}, 4, maybe);
-        row("one flag of two", both, 1, {maybe, no, no}, 3, no);
-    }
-
-    void hasSupport()
-    {
-        QFETCH(QByteArrayList, interfaces);
-        QFETCH(int, offered);
-        QFETCH(QList<QMultimedia::SupportEstimate>, estimates);
-        QFETCH(int, flags);
-        const FakeLog log;
-        const QByteArrayList plugins = {"first", "second", "third"};
-        offer(plugins, interfaces);
-        for (int i = 0; i < 3; ++i) {
-            plugin(plugins.at(i)).features = Hint::Features(offered);
-            plugin(plugins.at(i)).support = estimates.at(i);
-        }
-        QTEST(provider()->hasSupport(camera, QStringLiteral("video/x"), {}, flags), "expected");
-        QCOMPARE(provider()->hasSupport("test.nobody", QStringLiteral("video/x"), {}, flags),
-                 QMultimedia::NotSupported);
-    }
-
-    void mimeTypes_data()
-    {
-        QTest::addColumn<QByteArrayList>("interfaces");
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QString>("expected");
         const QByteArrayList both = {formats, features};
-        QTest::newRow("all") << both << 0 << QStringLiteral("a,b,c,d");
-        QTest::newRow("low latency") << both << 1 << QStringLiteral("a,b");
-        QTest::newRow("stream") << both << 2 << QStringLiteral("b,c");
-        QTest::newRow("video surface") << both << 4 << QStringLiteral("d,a");
-        QTest::newRow("two flags") << both << 3 << QString();
-        QTest::newRow("no features interface")
-                << QByteArrayList({formats}) << 7 << QStringLiteral("a,b,c,d");
-        QTest::newRow("no formats interface") << QByteArrayList({features}) << 0 << QString();
+        row("best, capped", both, 0, QMultimedia::ProbablySupported, "a,b,c,d");
+        row("low latency", both, 1, QMultimedia::MaybeSupported, "a,b");
+        row("stream", both, 2, QMultimedia::MaybeSupported, "d,a");
+        row("video surface, no matter for estimates", both, 4, QMultimedia::ProbablySupported,
+            "d,a");
+        row("two flags", both, 3, QMultimedia::NotSupported, "");
+        row("no features interface", {formats}, 7, QMultimedia::ProbablySupported, "a,b,c,d");
+        row("no formats interface", {features}, 0, QMultimedia::MaybeSupported, "");
+        row("no formats interface, skipped", {features}, 3, QMultimedia::NotSupported, "");
     }
 
-    void mimeTypes()
+    void formatQueries()
     {
         QFETCH(QByteArrayList, interfaces);
         QFETCH(int, flags);
@@ -277,14 +229,16 @@ private slots:
         const auto list = [](const char *text) {
             return QString::fromLatin1(text).split(QLatin1Char(','));
         };
-        offer({"first", "second", "third"}, interfaces);
-        plugin("first").mimeTypes = list("a,b,a");
-        plugin("first").features = Hint::LowLatencyPlayback;
-        plugin("second").mimeTypes = list("b,c");
-        plugin("second").features = Hint::StreamPlayback;
-        plugin("third").mimeTypes = list("d,a");
-        plugin("third").features = Hint::VideoSurface | Hint::RecordingSupport;
-        QTEST(provider()->supportedMimeTypes(camera, flags).join(QLatin1Char(',')), "expected");
+        const auto maybe = QMultimedia::MaybeSupported;
+        plugin("first") = {Hint::LowLatencyPlayback, maybe, {}, {}, list("a,b,a")};
+        plugin("second")
+                = {Hint::RecordingSupport, QMultimedia::PreferredService, {}, {}, list("b,c")};
+        plugin("third") = {Hint::StreamPlayback | Hint::VideoSurface, maybe, {}, {}, list("d,a")};
+        offer(all, interfaces);
+        const QString type = QStringLiteral("video/x");
+        QTEST(int(provider()->hasSupport(camera, type, {}, flags)), "estimate");
+        QCOMPARE(provider()->hasSupport("test.nobody", type, {}, flags), QMultimedia::NotSupported);
+        QTEST(provider()->supportedMimeTypes(camera, flags).join(QLatin1Char(',')), "types");
         QCOMPARE(provider()->supportedMimeTypes("test.nobody", flags), QStringList());
     }
 
@@ -318,41 +272,30 @@ private slots:
         QCOMPARE(provider()->defaultDevice("test.all"), QByteArray());
     }
 
-    void cameraFacts_data()
-    {
-        QTest::addColumn<QByteArrayList>("first");
-        QTest::addColumn<QByteArray>("device");
-        QTest::addColumn<QCamera::Position>("position");
-        const QByteArrayList both = {devices, cameraInfo};
-        QTest::newRow("first") << both << QByteArray("x") << QCamera::BackFace;
-        QTest::newRow("second") << both << QByteArray("y") << QCamera::FrontFace;
-        QTest::newRow("unlisted") << both << QByteArray("z") << QCamera::UnspecifiedPosition;
-        QTest::newRow("any name") << QByteArrayList({cameraInfo}) << QByteArray("z")
-                                  << QCamera::FrontFace;
-        QTest::newRow("no facts") << QByteArrayList({devices}) << QByteArray("x")
-                                  << QCamera::UnspecifiedPosition;
-    }
-
     void cameraFacts()
     {
-        QFETCH(QByteArrayList, first);
-        QFETCH(QByteArray, device);
-        QFETCH(QCamera::Position, position);
         const FakeLog log;
-        offer({"first"}, first);
-        offer({"second"}, {devices, cameraInfo});
+        offer({"first", "second"}, facts);
         plugin("first").devices = {"x"};
         plugin("first").positions = {{"x", QCamera::BackFace}, {"z", QCamera::FrontFace}};
         plugin("second").devices = {"y"};
         plugin("second").positions = {{"y", QCamera::FrontFace}, {"z", QCamera::BackFace}};
-        QCOMPARE(provider()->cameraPosition(device), position);
-        QCOMPARE(provider()->cameraOrientation(device), 90 * position);
+        const auto areFacts = [](const QByteArray &device, QCamera::Position position) {
+            return provider()->cameraPosition(device) == position
+                    && provider()->cameraOrientation(device) == 90 * position;
+        };
+        QVERIFY(areFacts("x", QCamera::BackFace));
+        QVERIFY(areFacts("y", QCamera::FrontFace));
+        QVERIFY(areFacts("z", QCamera::UnspecifiedPosition));
+        offer({"first"}, {cameraInfo});
+        QVERIFY(areFacts("z", QCamera::FrontFace));
+        offer({"first"}, {devices});
+        QVERIFY(areFacts("x", QCamera::UnspecifiedPosition));
     }
 
     // The first plugin with the interface answers for every id.
     void codecs()
     {
-        const FakeLog log;
         const QFLCodecInfo bare("hwenc");
         QVERIFY(!bare.isNull());
         QCOMPARE(bare.codec(), QString());
