@@ -30,8 +30,8 @@ qint64 monotonicMicroseconds()
     \class Call
 
     Sends: camera, encoder, RtpSender. Receives: RtpReceiver, decoding sink, decoder, remote
-   surface. The camera's viewfinder is the local surface. CallNetwork joins the sender and the
-   receiver with the peer.
+    surface. The camera's viewfinder is the local surface. CallNetwork joins the sender and the
+    receiver with the peer.
 */
 
 /*!

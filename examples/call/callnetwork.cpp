@@ -29,7 +29,7 @@ CallError bindSockets(const RtpEndpoint &local, RtpSocketPair *sockets)
     \class CallNetwork
 
     With a peer there is one transport, which sends and receives. In the loopback the transport
-   sends to a second one, the far end, which receives.
+    sends to a second one, the far end, which receives.
 */
 
 /*!

@@ -82,7 +82,7 @@ RtpEndpoint defaultListenEndpoint(bool isLoopback)
 
 /*!
     Reads the command line, program name first. Returns false, with errorText() set, if it is not
-   one that the program understands.
+    one that the program understands.
 */
 bool CallSettings::parse(const QStringList &arguments)
 {

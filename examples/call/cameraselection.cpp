@@ -83,7 +83,7 @@ QFLCameraInfo CameraSelection::find(const CallSettings &settings, CallError *err
 
 /*!
     The viewfinder settings for the size and the frame rate asked for. Without a size asked for it
-   is the camera's largest up to 1280x720. The camera has to be loaded.
+    is the camera's largest up to 1280x720. The camera has to be loaded.
 */
 QCameraViewfinderSettings CameraSelection::viewfinderSettings(const QFLCamera &camera,
                                                               const CallSettings &settings)

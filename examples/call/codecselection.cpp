@@ -36,7 +36,7 @@ int defaultBitRate(const QSize &size)
 
 /*!
     The first encoder of the codec asked for that the call can carry and decode again. On failure
-   the result is null and \a error is set.
+    the result is null and \a error is set.
 */
 QFLCodecInfo CodecSelection::find(const CallSettings &settings, CallError *error)
 {

@@ -11,7 +11,7 @@
 
     Keeps the last frame, also after it has been stopped, so that the end of the call can still be
     looked at. Frames that are to be shown have to be RGB, which QPainter draws without a conversion
-   of its own; those that are only counted are taken as they are.
+    of its own; those that are only counted are taken as they are.
 */
 
 /*!

@@ -17,7 +17,7 @@ const qint64 keyFrameRequestIntervalMilliseconds = 500;
     \class RtpReceiver
 
     Takes one sink. The sink gets its first frame with a key frame, and after a frame that it
-   refused it gets nothing before the next key frame, which the receiver requests from the peer.
+    refused it gets nothing before the next key frame, which the receiver requests from the peer.
 */
 
 /*! \a transport is borrowed and has to outlive the receiver; \a codec is what its packets carry. */

@@ -89,8 +89,8 @@ void addPadProbe(GstElement *element, GstPadProbeType type, GstPadProbeCallback 
     belongs to the thread that made it, and signals are emitted there.
 
     A frame's time stamp is in microseconds of the monotonic clock, on both ends: the pipeline runs
-   on that clock from its zero, so that RTP and RTCP carry it to the peer. What is received from a
-   peer with a clock of its own is stamped with the time of arrival.
+    on that clock from its zero, so that RTP and RTCP carry it to the peer. What is received from a
+    peer with a clock of its own is stamped with the time of arrival.
 
     A frame is handed on as soon as it is complete. The jitter buffer holds packets back only while
     one before them is missing, and for its latency at the most.

@@ -361,12 +361,13 @@ void QFLCameraPrivate::_q_updateState(QCamera::State newState)
 /*!
     \fn void QFLCamera::lockFailed()
 
-    Emitted when the requested locks have been lost or could not be reached.
+    Emitted when the requested locks taken together have become unlocked and the reason that the
+    backend gave last, be it for an earlier change, is QCamera::LockFailed.
 */
 
 /*!
     \fn void QFLCamera::lockStatusChanged(QCamera::LockStatus status, QCamera::LockChangeReason
-   reason)
+    reason)
 
     Emitted when the \a status of the requested locks taken together has changed, for the \a reason
     that the backend gave last.
@@ -383,7 +384,7 @@ void QFLCameraPrivate::_q_updateState(QCamera::State newState)
     \fn void QFLCamera::error(QCamera::Error error)
 
     Emitted at each failure that the backend reports, and when a state is requested without a camera
-    service.
+    control.
 */
 
 /*!
@@ -447,8 +448,8 @@ QFLCamera::~QFLCamera()
 }
 
 /*!
-    Returns QMultimedia::ServiceMissing without a camera control, QMultimedia::ResourceError without
-    a device or after an error.
+    Returns QMultimedia::ServiceMissing without a camera control, QMultimedia::ResourceError if the
+    backend lists no device or after an error.
 */
 QMultimedia::AvailabilityStatus QFLCamera::availability() const
 {
@@ -482,7 +483,8 @@ QCamera::Status QFLCamera::status() const
 }
 
 /*!
-    Returns the last error since the last request of a state.
+    Returns the last error since the last request of a state, QCamera::ServiceMissingError from the
+    start if there is no service.
 */
 QCamera::Error QFLCamera::error() const
 {
@@ -639,7 +641,7 @@ QCamera::LockStatus QFLCamera::lockStatus(QCamera::LockType lock) const
 {
     Q_D(const QFLCamera);
 
-    if (!d->requestedLocks.testFlag(lock))
+    if (!(d->requestedLocks & lock))
         return QCamera::Unlocked;
     return d->locksControl ? d->locksControl->lockStatus(lock) : QCamera::Locked;
 }

@@ -11,6 +11,7 @@
 #include "qflencodedvideosourcecontrol.h"
 
 #include <QtCore/qdebug.h>
+#include <QtCore/qpointer.h>
 #include <QtMultimedia/qabstractvideosurface.h>
 #include <QtMultimedia/qmediaservice.h>
 
@@ -79,12 +80,21 @@ void QFLDecoderPrivate::unbind()
     if (!boundMediaObject)
         return;
 
-    QMediaService *boundService = boundMediaObject->service();
-    if (boundService && sourceControl) {
-        decodingSink->unlink();
-        boundService->releaseControl(sourceControl);
+    // The decoder is stopped on the way, and what the application does upon that may unbind it
+    // again or delete the object.
+    const QPointer<QMediaService> boundService = boundMediaObject->service();
+    const QPointer<QFLEncodedVideoSourceControl> control = sourceControl;
+    if (!boundService || !control) {
+        forgetMediaObject();
+        return;
     }
-    forgetMediaObject();
+
+    QObject::disconnect(mediaObjectDestroyed);
+    boundMediaObject = nullptr;
+    sourceControl = nullptr;
+    decodingSink->unlink();
+    if (boundService && control)
+        boundService->releaseControl(control);
 }
 
 void QFLDecoderPrivate::forgetMediaObject()
@@ -236,8 +246,9 @@ bool QFLDecoder::setMediaObject(QMediaObject *object)
         return true;
 
     d->unbind();
-    if (!object)
-        return true;
+    // The application may have bound the decoder anew meanwhile.
+    if (d->boundMediaObject || !object)
+        return d->boundMediaObject == object;
 
     if (!d->decodingSink)
         d->decodingSink = new QFLDecodingVideoSink(this);
@@ -262,7 +273,7 @@ QFLDecoder::Status QFLDecoder::status() const
 }
 
 /*!
-    Returns the last error that the backend has reported since start().
+    Returns the last error that the backend has reported, NoError again from start() on.
 */
 QFLDecoder::Error QFLDecoder::error() const
 {

@@ -7,7 +7,7 @@
 /*!
     \class QVideoSurfaceOutput
     \brief Hands an application's surface to the renderer control of the media object it is bound
-   to.
+    to.
 
     The output owns nothing: surface, control, service and media object may all die first. It is
     bound, with control, service and media object set, or unbound, with all three null; the surface

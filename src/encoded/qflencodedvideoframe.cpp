@@ -11,6 +11,9 @@
 
 namespace {
 
+// A QByteArray allocates its header and a terminating zero byte together with the bytes.
+constexpr unsigned long largestSize = std::numeric_limits<int>::max() - sizeof(QByteArrayData) - 1;
+
 // Queued connections look the types up by the names in the signatures, which have no leading "::".
 template<typename T> bool registerUnderBothNames(const char *plainName)
 {
@@ -64,14 +67,14 @@ QFLEncodedVideoFrame::QFLEncodedVideoFrame(QByteArray &data, const MetaData &met
 }
 
 /*!
-    Makes a frame with a copy of the \a size bytes at \a data. More bytes than a QByteArray holds
-    (2147483647) give an invalid frame without bytes, and a warning.
+    Makes a frame with a copy of the \a size bytes at \a data. More bytes than a QByteArray holds,
+    which is a little less than 2 GiB, give an invalid frame without bytes, and a warning.
 */
 QFLEncodedVideoFrame::QFLEncodedVideoFrame(const char *data, unsigned long size,
                                            const MetaData &meta)
     : QFLEncodedVideoFrame()
 {
-    if (size > static_cast<unsigned long>(std::numeric_limits<int>::max())) {
+    if (size > largestSize) {
         qWarning("QFLEncodedVideoFrame: %lu bytes are too many for one frame", size);
         return;
     }

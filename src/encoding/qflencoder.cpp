@@ -11,6 +11,7 @@
 #include "qflencodervideosurface.h"
 #include "qflrawvideosourcecontrol.h"
 
+#include <QtCore/qpointer.h>
 #include <QtMultimedia/qmediaservice.h>
 #include <QtMultimedia/qvideoencodersettingscontrol.h>
 
@@ -82,11 +83,17 @@ void QFLEncoderPrivate::bindTo(QMediaObject *object)
 
 void QFLEncoderPrivate::attachSurface(QMediaService *boundService)
 {
+    const QMediaObject *object = mediaObject;
+
     rawVideoSourceControl = requestBorrowedControl<QFLRawVideoSourceControl>(boundService);
     if (rawVideoSourceControl) {
         qCDebug(lcFaceLinkEncoder) << "raw video source control acquired";
         rawVideoSourceControl->setSurface(surface);
     }
+
+    // The surface may have been started, and the application have unbound the encoder upon that.
+    if (mediaObject != object)
+        return;
 
     rendererControl = requestBorrowedControl<QVideoRendererControl>(boundService);
     if (rendererControl) {
@@ -100,18 +107,25 @@ void QFLEncoderPrivate::detachSurface()
     if (!mediaObject)
         return;
 
-    if (rawVideoSourceControl)
-        rawVideoSourceControl->setSurface(nullptr);
-    if (rendererControl)
-        rendererControl->setSurface(nullptr);
-
-    if (QMediaService *boundService = mediaObject->service()) {
-        if (rawVideoSourceControl)
-            boundService->releaseControl(rawVideoSourceControl);
-        if (rendererControl)
-            boundService->releaseControl(rendererControl);
-    }
+    // The surface is stopped on the way, and what the application does upon that may unbind the
+    // encoder again or delete the object.
+    const QPointer<QMediaObject> object = mediaObject;
+    const QPointer<QFLRawVideoSourceControl> rawControl = rawVideoSourceControl;
+    const QPointer<QVideoRendererControl> renderer = rendererControl;
     forgetMediaObject();
+
+    if (rawControl)
+        rawControl->setSurface(nullptr);
+    if (renderer)
+        renderer->setSurface(nullptr);
+
+    QMediaService *boundService = object ? object->service() : nullptr;
+    if (!boundService)
+        return;
+    if (rawControl)
+        boundService->releaseControl(rawControl);
+    if (renderer)
+        boundService->releaseControl(renderer);
 }
 
 void QFLEncoderPrivate::forgetMediaObject()
@@ -234,8 +248,9 @@ bool QFLEncoder::setMediaObject(QMediaObject *object)
         return true;
 
     d->detachSurface();
-    if (!object)
-        return true;
+    // The application may have bound the encoder anew meanwhile.
+    if (d->mediaObject || !object)
+        return d->mediaObject == object;
 
     d->bindTo(object);
     QMediaService *boundService = object->service();
@@ -245,7 +260,7 @@ bool QFLEncoder::setMediaObject(QMediaObject *object)
     }
 
     d->attachSurface(boundService);
-    return true;
+    return d->mediaObject == object;
 }
 
 /*!

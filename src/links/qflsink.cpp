@@ -74,8 +74,11 @@ void QFLSink::unlink()
     if (!d_ptr->source)
         return;
 
-    d_ptr->source->removeSink(this);
-    d_ptr->source = nullptr;
+    // The source may link the sink to another one in its place.
+    QFLSource *const source = d_ptr->source;
+    source->removeSink(this);
+    if (d_ptr->source == source)
+        d_ptr->source = nullptr;
 }
 
 /*!

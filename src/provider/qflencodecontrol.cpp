@@ -36,7 +36,7 @@
     \fn bool QFLEncodeControl::start(const QVideoSurfaceFormat &format)
 
     Starts to encode raw frames of this \a format with the settings then in force. Returns false,
-   and reports why by error(), if encoding can't start.
+    and reports why by error(), if encoding can't start.
 */
 
 /*!

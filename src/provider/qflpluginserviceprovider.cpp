@@ -44,11 +44,16 @@ QString loaderKey(const QByteArray &type)
     return QString::fromLatin1(type);
 }
 
+// The loader goes late in the process's exit, and takes the plugins with it.
+bool arePluginsLoaded()
+{
+    return !pluginLoader.isDestroyed();
+}
+
 QObjectList pluginObjects(const QByteArray &type)
 {
-    // The loader is gone late in the process's exit.
     QObjectList objects
-            = pluginLoader() ? pluginLoader()->instances(loaderKey(type)) : QObjectList();
+            = arePluginsLoaded() ? pluginLoader()->instances(loaderKey(type)) : QObjectList();
     objects.removeAll(nullptr);
     return objects;
 }
@@ -262,7 +267,7 @@ void QFLPluginServiceProvider::releaseService(QMediaService *service)
 
     // The entry goes first: the plugin deletes the service, whose address can then come back.
     const ServiceEntry entry = serviceEntries.take(service);
-    if (entry.plugin)
+    if (entry.plugin && arePluginsLoaded())
         entry.plugin->release(service);
 }
 
@@ -270,6 +275,9 @@ QMediaServiceProviderHint::Features QFLPluginServiceProvider::supportedFeatures(
         const QMediaService *service) const
 {
     const ServiceEntry entry = serviceEntries.value(service);
+    if (!arePluginsLoaded())
+        return QMediaServiceProviderHint::Features();
+
     auto *features = qobject_cast<QMediaServiceFeaturesInterface *>(entry.plugin);
     return features ? features->supportedFeatures(entry.type)
                     : QMediaServiceProviderHint::Features();

@@ -8,7 +8,7 @@
 
 /*!
     One of possibly many on a camera; each has a surface of its own. \a surfaces is borrowed and
-   must outlive the control.
+    must outlive the control.
 */
 CameraRendererControl::CameraRendererControl(SurfaceFeeder *surfaces, QObject *parent)
     : QVideoRendererControl(parent), m_surfaces(surfaces)

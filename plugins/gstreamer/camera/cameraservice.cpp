@@ -16,8 +16,8 @@
     \class CameraService
 
     There is one control of each kind, which the service owns, except that each request of a
-   renderer control makes a new one, so that a viewfinder and an encoder can use the camera side by
-   side.
+    renderer control makes a new one, so that a viewfinder and an encoder can use the camera side by
+    side.
 */
 
 CameraService::CameraService(QObject *parent)

@@ -13,7 +13,7 @@
     \class CameraSource
 
     Knows one camera: what it can deliver and which pipeline delivers it. It is used on the
-   control's thread only and runs nothing itself.
+    control's thread only and runs nothing itself.
 
     \fn CameraFailure CameraSource::open()
 
@@ -52,8 +52,9 @@ bool CameraSource::isRepeating() const
     return false;
 }
 
-/*! Builds the pipeline that \a description spells out; GStreamer's own text names what is missing.
- */
+/*!
+    Builds the pipeline that \a description spells out; GStreamer's own text names what is missing.
+*/
 GstElementPointer CameraSource::parse(const QString &description, CameraFailure *failure)
 {
     GError *error = nullptr;

@@ -6,7 +6,7 @@
 
 /*!
     The list is the one at construction until a device comes or goes; devicesChanged() then says
-   that it is a new one. The default device is selected at first.
+    that it is a new one. The default device is selected at first.
 */
 DeviceSelectorControl::DeviceSelectorControl(QObject *parent)
     : QVideoDeviceSelectorControl(parent),

@@ -19,8 +19,8 @@ QAbstractVideoSurface *SurfaceFeed::surface() const
 
 /*!
     Shows \a frame, which has \a format; the first frame, and the first one of another format,
-   starts the surface. A surface that refuses to start, or stops by itself, gets nothing until the
-   format changes or stop() has been called.
+    starts the surface. A surface that refuses to start, or stops by itself, gets nothing until the
+    format changes or stop() has been called.
 */
 void SurfaceFeed::present(const QVideoFrame &frame, const QVideoSurfaceFormat &format)
 {
@@ -61,7 +61,7 @@ void SurfaceFeed::start(const QVideoSurfaceFormat &format)
 /*!
     Makes a converter if the surface needs one and returns the format the surface will see. If
     nothing can be converted for it, that is \a format itself, for the surface to refuse in its own
-   way.
+    way.
 */
 QVideoSurfaceFormat SurfaceFeed::prepareFormat(const QVideoSurfaceFormat &format)
 {

@@ -94,8 +94,8 @@ QVector<CodecElement> findElements(bool isEncoder)
 
 /*!
     The usable encoder elements, those in hardware first, the better ranked ones of a codec before
-   the others. They are looked for once in a process, which takes a moment: every one of them is
-   opened.
+    the others. They are looked for once in a process, which takes a moment: every one of them is
+    opened.
 */
 QVector<CodecElement> Codecs::encoders()
 {

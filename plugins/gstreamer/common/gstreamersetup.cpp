@@ -30,7 +30,7 @@ SetupResult setUp()
 /*!
     Starts GStreamer if nobody in the process has done so yet; true when it can be used. The result
     is that of the first call. \a errorText, if given, receives GStreamer's explanation of a
-   failure.
+    failure.
 
     Other users may share GStreamer with this plugin, so it is never shut down again.
 */

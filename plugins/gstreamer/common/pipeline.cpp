@@ -63,10 +63,10 @@ Pipeline::ErrorKind errorKind(GstMessage *message, const GError *error, const QS
 /*!
     Holds one GStreamer pipeline at a time. State changes belong to the thread this object lives in,
     and that is where its signals are emitted, from posted events: a streaming thread is never made
-   to wait, and neither a GLib main loop nor a bus watch is needed.
+    to wait, and neither a GLib main loop nor a bus watch is needed.
 
     A run is the time between going up to and coming down from a state. What the pipeline reported
-   in a run that is over is dropped.
+    in a run that is over is dropped.
 */
 Pipeline::Pipeline(QObject *parent) : QObject(parent) { }
 
@@ -75,8 +75,9 @@ Pipeline::~Pipeline()
     reset();
 }
 
-/*! Replaces the present pipeline, which is stopped first, with \a pipeline, which must not run yet.
- */
+/*!
+    Replaces the present pipeline, which is stopped first, with \a pipeline, which must not run yet.
+*/
 void Pipeline::adopt(GstElementPointer pipeline)
 {
     reset();

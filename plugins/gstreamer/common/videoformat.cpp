@@ -128,7 +128,7 @@ QVideoFrame::PixelFormat VideoFormat::fromGst(GstVideoFormat format)
 
 /*!
     Describes frames of \a format in \a info; false, with \a info undefined, when the size is empty
-   or GStreamer has no such pixel format. A frame rate of 0 becomes GStreamer's 0/1, "variable".
+    or GStreamer has no such pixel format. A frame rate of 0 becomes GStreamer's 0/1, "variable".
 */
 bool VideoFormat::toGst(const QVideoSurfaceFormat &format, GstVideoInfo *info)
 {

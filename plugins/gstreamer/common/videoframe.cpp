@@ -216,8 +216,8 @@ GstBufferPointer wrap(const MappedFramePointer &mapped, const GstVideoInfo &info
 
 /*!
     A frame that refers to \a buffer, laid out as \a info or the buffer's own video meta says, and
-   maps it on demand. \a startTime is in microseconds. The frame is invalid when Qt doesn't have the
-   pixel format.
+    maps it on demand. \a startTime is in microseconds. The frame is invalid when Qt doesn't have
+    the pixel format.
 */
 QVideoFrame VideoFrame::fromGst(GstBuffer *buffer, const GstVideoInfo &info, qint64 startTime)
 {
@@ -233,8 +233,8 @@ QVideoFrame VideoFrame::fromGst(GstBuffer *buffer, const GstVideoInfo &info, qin
 
 /*!
     A buffer that refers to the pixels of \a frame: the very GstBuffer of a frame that fromGst()
-   made, else a wrapper that keeps the frame mapped until GStreamer has done with it (on a thread of
-    GStreamer's). The buffer has no times.
+    made, else a wrapper that keeps the frame mapped until GStreamer has done with it, on a thread
+    of GStreamer's. The buffer has no times.
 
     Null, with \a errorText naming the values, when the frame hasn't the size and pixel format of
     \a info, or fewer bytes than they take.

@@ -24,8 +24,8 @@ QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
 
 /*!
     The status is LoadedStatus while nothing is encoded and StartedStatus in a run, with
-   StartingStatus and StoppingStatus on the way; UnavailableStatus when this machine has no encoder
-   at all. An error of the pipeline ends the run.
+    StartingStatus and StoppingStatus on the way; UnavailableStatus when this machine has no encoder
+    at all. An error of the pipeline ends the run.
 
     All signals are emitted in the thread of the control. Only encode() may be called from others.
 */
@@ -81,7 +81,7 @@ QVideoEncoderSettings EncodeControl::streamSettings() const
 
 /*!
     Begins a run for frames of \a format, ending the present one first. False, after error(), when
-   the format or the settings can't be encoded or an element fails.
+    the format or the settings can't be encoded or an element fails.
 */
 bool EncodeControl::start(const QVideoSurfaceFormat &format)
 {
@@ -104,7 +104,7 @@ bool EncodeControl::start(const QVideoSurfaceFormat &format)
 
 /*!
     Emits what has been accepted, then endOfStream(). Until then encode() refuses frames; afterwards
-   the run goes on, with a key frame first.
+    the run goes on, with a key frame first.
 */
 void EncodeControl::drain()
 {
@@ -131,7 +131,7 @@ void EncodeControl::stop()
 /*!
     False when the frame isn't accepted: outside a run, while draining, when two frames are waiting
     already, or when it isn't of the run's size and format. The latter is an error, reported once in
-   a run.
+    a run.
 */
 bool EncodeControl::encode(const QVideoFrame &frame)
 {

@@ -12,7 +12,7 @@
 /*!
     Follows the runs of \a encodeControl, which must outlive this control: its sinks are started,
     drained and stopped with it, and get its frames in order. Everything happens in the thread of
-   the encode control; a sink may be removed from within any call to a sink.
+    the encode control; a sink may be removed from within any call to a sink.
 
     Each sink's stream begins with a key frame, and goes on with one after a frame that it refused.
 */
@@ -31,7 +31,7 @@ EncodedVideoSourceControl::EncodedVideoSourceControl(EncodeControl *encodeContro
 
 /*!
     Accepts a QFLEncodedVideoSink that is not linked yet. In a run it must also take the stream; it
-   is started at once, and a key frame is requested for it.
+    is started at once, and a key frame is requested for it.
 */
 bool EncodedVideoSourceControl::addSink(QFLSink *sink)
 {

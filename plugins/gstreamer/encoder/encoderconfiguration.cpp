@@ -55,7 +55,7 @@ QSize EncoderConfiguration::largestSize()
 /*!
     Works out how frames of \a format become a stream with \a settings. What the settings leave open
     (codec, size, frame rate, bit rate) follows from the frames. When that can't be done error() is
-   not NoError, and the other values mean nothing.
+    not NoError, and the other values mean nothing.
 */
 EncoderConfiguration::EncoderConfiguration(const QVideoSurfaceFormat &format,
                                            const QVideoEncoderSettings &settings)
@@ -120,8 +120,10 @@ int EncoderConfiguration::bitRate() const
     return m_settings.bitRate();
 }
 
-/*! The settings of the stream to come, complete and with the codec's name even if an id was asked
- * for. */
+/*!
+    The settings of the stream to come, complete, and with the codec's name even if an id was asked
+    for.
+*/
 QVideoEncoderSettings EncoderConfiguration::streamSettings() const
 {
     return m_settings;

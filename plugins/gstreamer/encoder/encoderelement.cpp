@@ -59,7 +59,7 @@ void setNumber(GstElement *element, const char *name, qint64 value)
 /*!
     Makes \a encoder, which isn't running yet, return each frame before it is given the next, with a
     key frame at regular intervals, so that a receiver that joins late gets a picture without
-   asking.
+    asking.
 */
 void EncoderElement::configure(GstElement *encoder, qreal frameRate)
 {

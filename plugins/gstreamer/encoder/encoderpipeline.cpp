@@ -74,7 +74,7 @@ GstCapsPointer inputCaps(const EncoderConfiguration &configuration)
 
 /*!
     Runs in the thread it lives in, where it also emits its signals; only encode() may be called
-   from other threads. Frames are emitted in the order in which they left the encoder.
+    from other threads. Frames are emitted in the order in which they left the encoder.
 */
 EncoderPipeline::EncoderPipeline(QObject *parent) : QObject(parent), m_pipeline(this)
 {
@@ -138,7 +138,7 @@ void EncoderPipeline::flush()
 
 /*!
     Asks for a key frame soon. Requests that come before it are one, and the encoder gets at most
-   two a second, so that receivers in trouble can't turn the stream into key frames.
+    two a second, so that receivers in trouble can't turn the stream into key frames.
 */
 void EncoderPipeline::requestKeyFrame()
 {

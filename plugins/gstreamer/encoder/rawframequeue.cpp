@@ -30,7 +30,7 @@ RawFrameQueue::~RawFrameQueue()
 
 /*!
     Begins a run: frames that fit \a info are accepted for \a source, at most \a frameRate a second
-   (0: all of them). The source's pipeline must not be running yet.
+    (0: all of them). The source's pipeline must not be running yet.
 */
 void RawFrameQueue::open(GstElementPointer source, const GstVideoInfo &info, qreal largestFrameRate)
 {
@@ -66,10 +66,10 @@ void RawFrameQueue::close()
 
 /*!
     Passes \a frame on without copying it. False when there is no run, the queue is full or the
-   frame doesn't fit; the first frame of a run that doesn't fit also gives an \a errorText.
+    frame doesn't fit; the first frame of a run that doesn't fit also gives an \a errorText.
 
     A frame without a time (-1) gets the time of the monotonic clock. A frame that comes too early
-   for the frame rate is accepted and dropped.
+    for the frame rate is accepted and dropped.
 */
 bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
 {
@@ -115,7 +115,7 @@ void RawFrameQueue::finish()
 
 /*!
     The time in microseconds of the raw frame that became the encoded frame at \a runningTime; it
-   and the earlier ones are forgotten.
+    and the earlier ones are forgotten.
 */
 quint64 RawFrameQueue::takeTimestamp(GstClockTime runningTime)
 {
