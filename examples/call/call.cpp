@@ -105,7 +105,9 @@ void Call::finish()
         return;
     m_finishing = true;
     m_statistics.stop();
-    m_camera->stop();
+    // A camera that failed is unloaded, and stopping it would load it again.
+    if (m_camera->state() == QCamera::ActiveState)
+        m_camera->stop();
     m_drainTimer.start();
 }
 

@@ -11,7 +11,8 @@ namespace {
 
 const int minimumBitRate = 10000;
 const int maximumBitRate = 200000000;
-const int maximumSide = 8192;
+const int minimumSide = 16;
+const int maximumSide = 4096;
 const qreal maximumFrameRate = 240;
 const qreal maximumDuration = 1000000;
 
@@ -103,6 +104,8 @@ bool CallSettings::parse(const QStringList &arguments)
         if (action == MakeCall && parser.isSet(option))
             action = requested;
     }
+    if (action == ShowHelp || action == ShowVersion)
+        return true;
     codec = parser.value(QStringLiteral("codec"));
     return parseEndpoints(parser) && parseCamera(parser) && parseBitRate(parser)
             && parseSize(parser)
@@ -159,6 +162,10 @@ bool CallSettings::parseEndpoints(const QCommandLineParser &parser)
 
 bool CallSettings::parseCamera(const QCommandLineParser &parser)
 {
+    for (const QString &option : {QStringLiteral("camera"), QStringLiteral("camera-file")}) {
+        if (parser.isSet(option) && parser.value(option).isEmpty())
+            return fail(tr("--%1 needs a name").arg(option));
+    }
     camera = parser.value(QStringLiteral("camera"));
     cameraFile = parser.value(QStringLiteral("camera-file"));
     if (!camera.isEmpty() && !cameraFile.isEmpty())
@@ -171,11 +178,11 @@ bool CallSettings::parseBitRate(const QCommandLineParser &parser)
     if (!parser.isSet(QStringLiteral("bitrate")))
         return true;
     const QString text = parser.value(QStringLiteral("bitrate"));
-    static const QRegularExpression pattern(QStringLiteral("^(\\d{1,9})([kM]?)$"));
+    static const QRegularExpression pattern(QStringLiteral("^(\\d{1,9}(?:\\.\\d+)?)([kKmM]?)$"));
     const QRegularExpressionMatch match = pattern.match(text);
-    const QString unit = match.captured(2);
-    const int factor = unit == QLatin1String("M") ? 1000000 : unit == QLatin1String("k") ? 1000 : 1;
-    const qint64 value = match.captured(1).toLongLong() * factor;
+    const QString unit = match.captured(2).toLower();
+    const int factor = unit == QLatin1String("m") ? 1000000 : unit == QLatin1String("k") ? 1000 : 1;
+    const qint64 value = qRound64(match.captured(1).toDouble() * factor);
     if (value < minimumBitRate || value > maximumBitRate)
         return fail(tr("--bitrate needs 10k to 200M, not '%1'").arg(text));
     bitRate = int(value);
@@ -190,8 +197,14 @@ bool CallSettings::parseSize(const QCommandLineParser &parser)
     static const QRegularExpression pattern(QStringLiteral("^(\\d{1,4})x(\\d{1,4})$"));
     const QRegularExpressionMatch match = pattern.match(text);
     size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
-    if (size.isEmpty() || qMax(size.width(), size.height()) > maximumSide)
-        return fail(tr("--size needs a size such as 640x360, not '%1'").arg(text));
+    const QSize bounded = size.boundedTo({maximumSide, maximumSide});
+    if (size != bounded.expandedTo({minimumSide, minimumSide}) || size.width() % 2 != 0
+        || size.height() % 2 != 0) {
+        return fail(tr("--size needs two even numbers from %1 to %2 such as 640x360, not '%3'")
+                            .arg(minimumSide)
+                            .arg(maximumSide)
+                            .arg(text));
+    }
     return true;
 }
 

@@ -51,12 +51,14 @@ InterruptWatcher::InterruptWatcher(QObject *parent) : QObject(parent)
         return;
     auto *notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, &InterruptWatcher::readPipe);
+    handleSignal(SIGHUP);
     handleSignal(SIGINT);
     handleSignal(SIGTERM);
 }
 
 InterruptWatcher::~InterruptWatcher()
 {
+    std::signal(SIGHUP, SIG_DFL);
     std::signal(SIGINT, SIG_DFL);
     std::signal(SIGTERM, SIG_DFL);
     for (int &end : pipeEnds) {

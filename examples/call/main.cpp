@@ -4,6 +4,7 @@
 
 #include "call.h"
 #include "callwindow.h"
+#include "cameraselection.h"
 #include "interruptwatcher.h"
 
 #include <qflcamerainfo.h>
@@ -47,8 +48,11 @@ void addBuildTreePlugins()
         QCoreApplication::addLibraryPath(QDir::cleanPath(folder));
 }
 
-int listCameras()
+int listCameras(const CallSettings &settings)
 {
+    const CallError error = CameraSelection::announceFile(settings);
+    if (error.code != CallError::NoError)
+        return report(error);
     const QList<QFLCameraInfo> cameras = QFLCameraInfo::availableCameras();
     for (const QFLCameraInfo &camera : cameras)
         print(camera.deviceName() + QLatin1Char('\t') + camera.description());
@@ -85,6 +89,13 @@ CallError snapshotError(const QString &fileName)
     return {CallError::SnapshotError, tr("cannot write the snapshot '%1'").arg(fileName)};
 }
 
+// That the disk is full shows only when the file is flushed.
+bool saveSnapshot(const QImage &image, const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.flush();
+}
+
 int concludeCall(Call *call, const CallSettings &settings)
 {
     print(call->updatedStatistics().summary());
@@ -93,7 +104,7 @@ int concludeCall(Call *call, const CallSettings &settings)
     if (call->remoteSurface()->framesPresented() == 0)
         return report({CallError::NoPicture, tr("no picture was received")});
     if (!settings.snapshot.isEmpty()
-        && !call->remoteSurface()->image().save(settings.snapshot, "PNG"))
+        && !saveSnapshot(call->remoteSurface()->image(), settings.snapshot))
         return report(snapshotError(settings.snapshot));
     return CallError::NoError;
 }
@@ -144,7 +155,7 @@ int run(const CallSettings &settings)
         print(QStringLiteral("facelink-call " QTFACELINK_VERSION_STR));
         return CallError::NoError;
     case CallSettings::ListCameras:
-        return listCameras();
+        return listCameras(settings);
     case CallSettings::ListCodecs:
         return listCodecs();
     case CallSettings::MakeCall:

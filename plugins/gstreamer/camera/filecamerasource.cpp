@@ -125,5 +125,5 @@ QString FileCameraSource::description(const QCameraViewfinderSettings &settings)
     if (m_probe.rotation() != GST_VIDEO_ORIENTATION_IDENTITY)
         steps += QStringLiteral("videoflip video-direction=%1 ! ").arg(int(m_probe.rotation()));
     return steps
-            + QStringLiteral("appsink name=frames sync=true qos=true enable-last-sample=false");
+            + QStringLiteral("appsink name=frames sync=true qos=false enable-last-sample=false");
 }

@@ -9,7 +9,12 @@
 
 namespace {
 
-const GstClockTime longestWait = 10 * GST_SECOND;
+const gint64 longestWait = 5 * G_USEC_PER_SEC;
+
+GstClockTime timeUntil(gint64 deadline)
+{
+    return GstClockTime(qMax<gint64>(0, deadline - g_get_monotonic_time())) * GST_USECOND;
+}
 
 bool isVideo(const GstCaps *caps)
 {
@@ -85,7 +90,7 @@ QString errorText(GstMessage *message)
 
 /*!
     Reads the start of the file \a path, without decoding, and blocks meanwhile: some 20
-    milliseconds, ten seconds at most. The failure's text names the file.
+    milliseconds, five seconds at most. The failure's text names the file.
 */
 CameraFailure VideoFileProbe::run(const QString &path)
 {
@@ -166,18 +171,21 @@ QString VideoFileProbe::waitForPicture(GstElement *pipeline) const
 {
     gst_element_set_state(pipeline, GST_STATE_PAUSED);
     const GstBusPointer bus(gst_element_get_bus(pipeline));
-    const auto types = GstMessageType(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE
+    const auto types = GstMessageType(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE | GST_MESSAGE_EOS
                                       | GST_MESSAGE_STREAM_COLLECTION);
+    const gint64 deadline = g_get_monotonic_time() + longestWait;
     QString reason;
     bool isDone = false;
     while (!isDone && reason.isEmpty()) {
-        GstMessage *message = gst_bus_timed_pop_filtered(bus.get(), longestWait, types);
+        GstMessage *message = gst_bus_timed_pop_filtered(bus.get(), timeUntil(deadline), types);
         isDone = message && GST_MESSAGE_TYPE(message) == GST_MESSAGE_ASYNC_DONE;
         if (!message)
             reason = tr("the file took too long to read");
         else if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR)
             reason = hasStreams(pipeline) ? tr("the file has no video stream")
                                           : tr("the file is no video (%1)").arg(errorText(message));
+        else if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_EOS)
+            reason = tr("the file has no video stream");
         // The type of a stream collection shares bits with others, which the filter lets through.
         else if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STREAM_COLLECTION && !hasVideo(message))
             reason = tr("the file has no video stream");

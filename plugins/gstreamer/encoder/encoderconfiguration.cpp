@@ -13,6 +13,9 @@ namespace {
 
 constexpr int smallestSide = 16;
 constexpr int largestSide = 4096;
+
+// 36864 macroblocks of 16x16 pixels, the most of level 5.2 in Table A-1 of ITU-T H.264.
+constexpr int largestArea = 36864 * 16 * 16;
 constexpr int smallestBitRate = 150000;
 constexpr qreal usualFrameRate = 30;
 
@@ -159,14 +162,17 @@ bool EncoderConfiguration::checkFormat(const QVideoSurfaceFormat &format)
 bool EncoderConfiguration::checkSize(const QSize &size)
 {
     const QSize bounded = size.boundedTo(largestSize()).expandedTo(smallestSize());
-    if (size == bounded && size.width() % 2 == 0 && size.height() % 2 == 0)
+    const bool isEven = size.width() % 2 == 0 && size.height() % 2 == 0;
+    if (size == bounded && isEven && size.width() * size.height() <= largestArea)
         return true;
     return fail(QFLEncoder::FormatError,
-                tr("Video of %1x%2 pixels cannot be encoded: both must be even and from %3 to %4")
+                tr("Video of %1x%2 pixels cannot be encoded: both must be even and from %3 to %4, "
+                   "with %5 pixels at most")
                         .arg(size.width())
                         .arg(size.height())
                         .arg(smallestSide)
-                        .arg(largestSide));
+                        .arg(largestSide)
+                        .arg(largestArea));
 }
 
 bool EncoderConfiguration::fail(QFLEncoder::Error error, const QString &text)

@@ -13,6 +13,8 @@
 
 namespace {
 
+QMediaService *outstandingService = nullptr;
+
 /*! What is made before main() begins is destroyed when the loader, made later, is gone already. */
 struct AfterTheLoader
 {
@@ -24,7 +26,10 @@ struct AfterTheLoader
                 && provider->deviceDescription("test.file", "x").isEmpty()
                 && provider->supportedMimeTypes("test.file").isEmpty()
                 && provider->hasSupport("test.file", QString(), {}) == QMultimedia::NotSupported
-                && !provider->requestService("test.file") && QFLCodecInfo("x").codec().isEmpty();
+                && !provider->requestService("test.file") && QFLCodecInfo("x").codec().isEmpty()
+                && !provider->supportedFeatures(outstandingService);
+        // The plugin that made the service is gone too.
+        provider->releaseService(outstandingService);
         if (!silent) {
             fputs("The provider used the plugin loader after its end.\n", stderr);
             std::_Exit(EXIT_FAILURE);
@@ -52,6 +57,8 @@ void tst_PluginLoader::pathSetInMain()
     QCOMPARE(provider->hasSupport("test.file", QString(), {}), QMultimedia::MaybeSupported);
     QCOMPARE(QFLCodecInfo("x").codec(), QString());
     provider->releaseService(service);
+    outstandingService = provider->requestService("test.file");
+    QVERIFY(outstandingService);
 }
 
 int main(int argc, char *argv[])
