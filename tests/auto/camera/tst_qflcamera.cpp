@@ -144,26 +144,6 @@ private slots:
         COMPARE_LOG("info default: info from camera \"\" \"\" true QCamera::UnspecifiedPosition 0");
     }
 
-    void withoutControls()
-    {
-        Capturing world;
-        world.service.add<FakeRenderer>(QCameraControl_iid);
-        world.service.controls.remove(QCameraLocksControl_iid);
-        QFLCamera camera;
-        QCOMPARE(camera.error(), QCamera::NoError);
-        QCOMPARE(camera.availability(), QMultimedia::ServiceMissing);
-        logSignal(&camera, qOverload<QCamera::Error>(&QFLCamera::error), "error");
-        FakeLog::take();
-        camera.searchAndLock(QCamera::LockFocus);
-        camera.unlock();
-        QCOMPARE(camera.supportedLocks() | camera.requestedLocks(), QCamera::LockTypes());
-        QCOMPARE(camera.lockStatus(), QCamera::Unlocked);
-        COMPARE_LOG("");
-        camera.start();
-        COMPARE_LOG("error 3");
-        QCOMPARE(camera.error(), QCamera::ServiceMissingError);
-    }
-
     void states()
     {
         LoggedCapturing world;

@@ -262,25 +262,6 @@ private slots:
         QCOMPARE(set(nullptr), QByteArray());
     }
 
-    // What dies first is left alone afterwards; a control of another class goes back at once.
-    void lostSurfaceAndRenderer()
-    {
-        LoggedDecoding world;
-        {
-            FakeSurface surface;
-            world.decoder.setVideoSurface(&surface);
-            QCOMPARE(world.renderer->current.data(), &surface);
-        }
-        FakeSurface other;
-        world.decoder.setVideoSurface(&other);
-        QCOMPARE(world.renderer->current.data(), &other);
-        delete world.service.controls.take(QVideoRendererControl_iid);
-        world.decoder.setVideoSurface(nullptr);
-        world.service.add<FakeControl<QMediaControl>>(QVideoRendererControl_iid);
-        world.decoder.setVideoSurface(&other);
-        QVERIFY(FakeLog::take().endsWith(", d+videorenderer, d-videorenderer"));
-    }
-
     void destruction()
     {
         Decoding world;
@@ -389,21 +370,6 @@ private slots:
         COMPARE_LOG("error -1, s error 0, error 0, s error 0, error 1, s error 4, error 2, "
                     "s error 1, error 3, s error 5, error 4, s error 0, error 2, s error 1, "
                     "error 2, s error 1");
-    }
-
-    void sinkWithoutDecoder()
-    {
-        const FakeLog log;
-        QFLDecodingVideoSink sink(nullptr);
-        QVERIFY(!sink.isFormatSupported(streamSettings()));
-        QVERIFY(!sink.start(streamSettings()));
-        QVERIFY(!sink.encodedVideoFrame(QFLEncodedVideoFrame()));
-        for (auto end : {&QFLDecodingVideoSink::drain, &QFLDecodingVideoSink::stop}) {
-            sink.setActive(true);
-            (sink.*end)();
-            QVERIFY(!sink.isActive());
-        }
-        COMPARE_LOG(emptyLine + ", " + emptyLine + ", " + emptyLine);
     }
 };
 

@@ -135,22 +135,6 @@ private slots:
         QVERIFY(!encoder.removeSink(&sink));
     }
 
-    void surfaceWithoutControl()
-    {
-        const FakeBackend backend;
-        QFLEncoder encoder;
-        QFLEncoderVideoSurface own(&encoder), orphan(nullptr);
-        FakeLog::take();
-        for (QFLEncoderVideoSurface *surface : {&own, &orphan}) {
-            QVERIFY(surface->supportedPixelFormats().isEmpty());
-            QVERIFY(!surface->start(rawFormat) && !surface->isActive());
-            QVERIFY(FakeLog::take().startsWith("debug facelink.encoder: QVideoSurfaceFormat("));
-            QVERIFY(!surface->present(QVideoFrame()));
-            surface->stop();
-            COMPARE_LOG("debug facelink.encoder: ");
-        }
-    }
-
     // A control of the wrong class goes back at once.
     void wrongClasses()
     {
@@ -202,20 +186,6 @@ private slots:
         a.object.unbind(&world.encoder);
         COMPARE_LOG(named(unbindLog, 'a'));
         QVERIFY(surface);
-    }
-
-    // A control of the wrong class of a bound object's service is not handed back.
-    void boundServiceWithoutControls()
-    {
-        LoggedEncoding world;
-        FakeService service("a");
-        service.add<FakeRenderer>(QFLRawVideoSourceControl_iid);
-        FakeMediaObject nothing(nullptr), object(&service);
-        QVERIFY(!world.encoder.setMediaObject(&nothing));
-        QVERIFY(world.encoder.findChild<QFLEncoderVideoSurface *>());
-        QVERIFY(world.encoder.setMediaObject(&object));
-        QVERIFY(world.encoder.setMediaObject(nullptr));
-        COMPARE_LOG("e+encode, a+rawvideosource, a+videorenderer");
     }
 
     void boundObjectDiesFirst()

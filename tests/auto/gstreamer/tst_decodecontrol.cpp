@@ -180,23 +180,6 @@ private Q_SLOTS:
         QCOMPARE(decoding.surface.starts, 1);
     }
 
-    void parameterSetsAreKept()
-    {
-        const int slicePosition = m_h264.first().indexOf(QByteArray("\0\0\1\x65", 4));
-        const QByteArray slice = m_h264.first().mid(slicePosition);
-        Decoding decoding;
-        QVERIFY(decoding.start("H264"));
-        QVERIFY(!decoding.decode(slice));
-        QVERIFY(decoding.decode(m_h264.first().left(slicePosition)));
-        QVERIFY(!decoding.decode(m_h264.at(1)));
-        QVERIFY(decoding.decode(slice));
-        QTRY_COMPARE(decoding.count(), 1);
-        decoding.control->flush();
-        QVERIFY(decoding.decode(slice));
-        QTRY_COMPARE(decoding.count(), 2);
-        QVERIFY(meanDifference(pixels(decoding.picture()), m_pictures.first()) < 1);
-    }
-
     void sizeChange()
     {
         for (const char *codec : {"avdec_h264", "openh264dec", "vp8dec"}) {

@@ -161,19 +161,6 @@ private Q_SLOTS:
                  resolution.isEmpty() ? size : resolution);
     }
 
-    // At a third of the frames' rate, two of three are left out, and the third waits for none.
-    void frameRate()
-    {
-        set(QString(), QSize(), 10);
-        QVERIFY(m_control->start(surfaceFormat()));
-        encodeGray(1);
-        QVERIFY(m_control->encode(makeFrame(m_time + 33333)));
-        QVERIFY(m_control->encode(makeFrame(m_time + 66666)));
-        encode(makeFrame(m_time + 99999));
-        QCOMPARE(types(), QByteArray("Kd"));
-        QCOMPARE(lastFrame().meta().timestamp, quint64(m_time + 99999));
-    }
-
     // Times survive whatever they are, and frames that come from any thread come out in this one.
     void timesAndThreads()
     {

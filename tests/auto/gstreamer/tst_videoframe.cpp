@@ -21,18 +21,6 @@ class tst_VideoFrame : public QObject
 private Q_SLOTS:
     void initTestCase() { QVERIFY(gst_init_check(nullptr, nullptr, nullptr)); }
 
-    void surfaceFormats()
-    {
-        QVideoSurfaceFormat format(QSize(320, 240), QVideoFrame::Format_NV12);
-        format.setFrameRate(30000 / 1001.0);
-        format.setPixelAspectRatio(4, 3);
-        format.setYCbCrColorSpace(QVideoSurfaceFormat::YCbCr_BT709);
-        GstVideoInfo info;
-        QVERIFY(VideoFormat::toGst(format, &info));
-        QCOMPARE(QSize(info.fps_n, info.fps_d), QSize(30000, 1001));
-        QCOMPARE(VideoFormat::fromGst(info), format);
-    }
-
     void frameOfABuffer()
     {
         const GstVideoInfo info = videoInfo(QVideoFrame::Format_YUV420P);

@@ -165,17 +165,6 @@ class tst_Layout : public QObject
     Q_OBJECT
 
 private slots:
-    // Comes first, because using a type registers it too.
-    void registeredTypes()
-    {
-        for (const char *name : {"QFLEncoder::Status", "QFLEncoder::Error", "QFLDecoder::Status",
-                                 "QFLDecoder::Error"}) {
-            const int type = QMetaType::type(name);
-            QVERIFY2(type != QMetaType::UnknownType, name);
-            QVERIFY2(QMetaType::typeFlags(type) & QMetaType::IsEnumeration, name);
-        }
-    }
-
     void recordMadeByQt()
     {
         QCOMPARE(sizeof(QMediaObjectPrivate), size_t(128));
@@ -305,18 +294,6 @@ private slots:
         QVERIFY(answers(
                 provider, static_cast<QFLMediaServiceCodecInfoInterface *>(provider),
                 {"QFLMediaServiceCodecInfoInterface", "facelink.mediaservicecodecinfo/1.0"}));
-    }
-
-    void identifiers()
-    {
-        QCOMPARE(qmediacontrol_iid<QFLEncodeControl *>(), "facelink.encodecontrol/1.0");
-        QCOMPARE(qmediacontrol_iid<QFLDecodeControl *>(), "facelink.decodecontrol/1.0");
-        QCOMPARE(qmediacontrol_iid<QFLCodecQueueControl *>(), "facelink.codecqueuecontrol/1.0");
-        QCOMPARE(qmediacontrol_iid<QFLEncodedVideoSourceControl *>(),
-                 "facelink.encodedvideosourcecontrol/1.0");
-        QCOMPARE(qmediacontrol_iid<QFLRawVideoSourceControl *>(),
-                 "facelink.rawvideosourcecontrol/1.0");
-        QCOMPARE(qobject_interface_iid<QFLSink *>(), "facelink.sink/1.0");
     }
 
     // Exactly the public classes are exported, each under the version that fits it.
