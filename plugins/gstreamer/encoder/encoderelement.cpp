@@ -42,9 +42,9 @@ GParamSpec *property(GstElement *element, const char *name)
     return g_object_class_find_property(G_OBJECT_GET_CLASS(element), name);
 }
 
-bool isInKilobits(GParamSpec *specification)
+bool isInKilobits(GParamSpec *parameter)
 {
-    const QByteArray description = QByteArray(g_param_spec_get_blurb(specification)).toLower();
+    const QByteArray description = QByteArray(g_param_spec_get_blurb(parameter)).toLower();
     return description.contains("kbit") || description.contains("kbps")
             || description.contains("kilobit");
 }
@@ -78,10 +78,9 @@ void EncoderElement::configure(GstElement *encoder, qreal frameRate)
 void EncoderElement::setBitRate(GstElement *encoder, int bitRate)
 {
     for (const char *name : bitRateProperties) {
-        GParamSpec *specification = property(encoder, name);
-        if (specification)
-            setNumber(encoder, name,
-                      isInKilobits(specification) ? qMax(1, bitRate / 1000) : bitRate);
+        GParamSpec *parameter = property(encoder, name);
+        if (parameter)
+            setNumber(encoder, name, isInKilobits(parameter) ? qMax(1, bitRate / 1000) : bitRate);
     }
 }
 
