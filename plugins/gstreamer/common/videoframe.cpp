@@ -29,7 +29,7 @@ public:
 private:
     GstBufferPointer m_buffer;
     GstVideoInfo m_info;
-    GstVideoFrame m_frame = GST_VIDEO_FRAME_INIT;
+    GstVideoFrame m_frame = {};
     MapMode m_mode = NotMapped;
 };
 
