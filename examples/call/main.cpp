@@ -40,6 +40,19 @@ bool hasDisplay()
             || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
+// Qt aborts where the display can't be opened, unless it may fall back to a platform without one.
+std::unique_ptr<QApplication> openDisplay(int &argc, char *argv[])
+{
+    const bool isPlatformChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!isPlatformChosen) {
+        const bool hasWayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+        qputenv("QT_QPA_PLATFORM", hasWayland ? "wayland;xcb;offscreen" : "xcb;offscreen");
+    }
+    auto application = std::make_unique<QApplication>(argc, argv);
+    const bool isFallback = QGuiApplication::platformName() == QLatin1String("offscreen");
+    return isPlatformChosen || !isFallback ? std::move(application) : nullptr;
+}
+
 // Lets the program find the backend in its build tree too, where no plugin is installed.
 void addBuildTreePlugins()
 {
@@ -174,18 +187,18 @@ int main(int argc, char *argv[])
     CallSettings settings;
     if (!settings.parse(arguments))
         return report({CallError::BadOption, settings.errorText()});
-    if (settings.needsDisplay() && !hasDisplay())
-        return report({CallError::NoDisplay, tr("there is no display; --headless needs none")});
+    QLoggingCategory::setFilterRules(QStringLiteral("facelink.*.debug=false\nqt.qpa.*=false"));
 
     // Nothing but the window needs a display, or the windowing system at all.
     std::unique_ptr<QCoreApplication> application;
-    if (settings.needsDisplay())
-        application = std::make_unique<QApplication>(argc, argv);
-    else
+    if (!settings.needsDisplay())
         application = std::make_unique<QCoreApplication>(argc, argv);
+    else if (hasDisplay())
+        application = openDisplay(argc, argv);
+    if (!application)
+        return report({CallError::NoDisplay, tr("there is no display; --headless needs none")});
     QCoreApplication::setApplicationName(QStringLiteral("facelink-call"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    QLoggingCategory::setFilterRules(QStringLiteral("facelink.*.debug=false"));
     addBuildTreePlugins();
     return run(settings);
 }
