@@ -46,7 +46,7 @@ private:
     GstVideoInfo m_info;
     QVideoSurfaceFormat m_format;
 
-    mutable QMutex m_mutex;
+    QMutex m_mutex;
     QList<Entry> m_entries;
     int m_run = 0;
     bool m_isPosted = false;
