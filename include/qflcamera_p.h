@@ -14,6 +14,8 @@
 
 #include <QtMultimedia/qcameracontrol.h>
 
+#include <functional>
+
 QT_BEGIN_NAMESPACE
 class QCameraInfoControl;
 class QCameraLocksControl;
@@ -35,6 +37,7 @@ public:
 
     bool selectDevice(const QString &name);
     bool selectDevice(QCamera::Position position);
+    bool selectFirst(const std::function<bool(const QString &)> &matches);
     void selectDefaultDevice();
 
     void requestState(QCamera::State newState);

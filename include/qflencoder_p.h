@@ -8,17 +8,18 @@
 #define QFLENCODER_P_H
 
 #include "qflencoder.h"
+#include "qflrawvideosourcecontrol.h"
 
 #include <private/qmediaobject_p.h>
 
 #include <QtCore/qloggingcategory.h>
+#include <QtCore/qpointer.h>
+#include <QtMultimedia/qvideorenderercontrol.h>
 
 class QFLEncodeControl;
 class QFLEncodedVideoSourceControl;
 class QFLEncoderVideoSurface;
-class QFLRawVideoSourceControl;
 class QVideoEncoderSettingsControl;
-class QVideoRendererControl;
 
 Q_DECLARE_LOGGING_CATEGORY(lcFaceLinkEncoder)
 
@@ -41,8 +42,8 @@ public:
     QVideoEncoderSettingsControl *settingsControl = nullptr;
     QMediaObject *mediaObject = nullptr;
     QFLEncoderVideoSurface *surface = nullptr;
-    QFLRawVideoSourceControl *rawVideoSourceControl = nullptr;
-    QVideoRendererControl *rendererControl = nullptr;
+    QPointer<QFLRawVideoSourceControl> rawVideoSourceControl;
+    QPointer<QVideoRendererControl> rendererControl;
     QFLEncodedVideoSourceControl *encodedVideoSourceControl = nullptr;
     QFLSink *sink = nullptr;
     QFLEncoder::Error error = QFLEncoder::NoError;

@@ -8,30 +8,26 @@
 #include "qflcameraexposure.h"
 #include "qflcamerafocus.h"
 #include "qflcamerainfo.h"
-
-#include <private/qmediaserviceprovider_p.h>
+#include "qflserviceaccess_p.h"
 
 #include <QtMultimedia/qcamerainfocontrol.h>
 #include <QtMultimedia/qcameralockscontrol.h>
 #include <QtMultimedia/qcameraviewfindersettingscontrol.h>
-#include <QtMultimedia/qmediaservice.h>
 #include <QtMultimedia/qvideodeviceselectorcontrol.h>
 
 #include <utility>
 
 namespace {
 
-QMediaService *requestCameraService(const QMediaServiceProviderHint &hint)
+QMediaService *requestCameraService(const QMediaServiceProviderHint &hint
+                                    = QMediaServiceProviderHint())
 {
-    QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
-    return provider ? provider->requestService(QByteArrayLiteral("facelink.camera"), hint)
-                    : nullptr;
+    return QFLServiceAccess::requestService(QFLServiceAccess::cameraService, hint);
 }
 
-// A control of the wrong class is treated as missing, and goes back with the service.
-template<typename Control> void request(QMediaService *service, Control *&control)
+QString missingServiceText()
 {
-    control = qobject_cast<Control *>(service->requestControl(qmediacontrol_iid<Control *>()));
+    return QFLCamera::tr("The camera service is missing");
 }
 
 int lockPriority(QCamera::LockStatus status)
@@ -63,17 +59,19 @@ void QFLCameraPrivate::acquireControls()
 {
     if (!service) {
         error = QCamera::ServiceMissingError;
-        errorString = QFLCamera::tr("The camera service is missing");
+        errorString = missingServiceText();
         return;
     }
 
-    request(service, cameraControl);
-    request(service, locksControl);
-    request(service, deviceSelector);
-    request(service, infoControl);
-    request(service, viewfinderSettingsControl2);
+    cameraControl = QFLServiceAccess::requestControl<QCameraControl>(service);
+    locksControl = QFLServiceAccess::requestControl<QCameraLocksControl>(service);
+    deviceSelector = QFLServiceAccess::requestControl<QVideoDeviceSelectorControl>(service);
+    infoControl = QFLServiceAccess::requestControl<QCameraInfoControl>(service);
+    viewfinderSettingsControl2
+            = QFLServiceAccess::requestControl<QCameraViewfinderSettingsControl2>(service);
     if (!viewfinderSettingsControl2)
-        request(service, viewfinderSettingsControl);
+        viewfinderSettingsControl
+                = QFLServiceAccess::requestControl<QCameraViewfinderSettingsControl>(service);
 
     connectControls();
     error = QCamera::NoError;
@@ -111,47 +109,31 @@ void QFLCameraPrivate::tearDown()
     if (!service)
         return;
 
-    QMediaControl *const controls[] = {cameraControl,
-                                       locksControl,
-                                       deviceSelector,
-                                       infoControl,
-                                       viewfinderSettingsControl,
-                                       viewfinderSettingsControl2};
-    for (QMediaControl *control : controls) {
-        if (control)
-            service->releaseControl(control);
-    }
+    QFLServiceAccess::releaseControls(service, cameraControl, locksControl, deviceSelector,
+                                      infoControl, viewfinderSettingsControl,
+                                      viewfinderSettingsControl2);
     provider->releaseService(service);
-
     service = nullptr;
-    cameraControl = nullptr;
-    locksControl = nullptr;
-    deviceSelector = nullptr;
-    infoControl = nullptr;
-    viewfinderSettingsControl = nullptr;
-    viewfinderSettingsControl2 = nullptr;
 }
 
 bool QFLCameraPrivate::selectDevice(const QString &name)
 {
-    const int count = deviceSelector ? deviceSelector->deviceCount() : 0;
-    for (int i = 0; i < count; ++i) {
-        if (deviceSelector->deviceName(i) == name) {
-            deviceSelector->setSelectedDevice(i);
-            return true;
-        }
-    }
-    return false;
+    return selectFirst([&](const QString &device) { return device == name; });
 }
 
 bool QFLCameraPrivate::selectDevice(QCamera::Position position)
 {
-    if (!deviceSelector || !infoControl || position == QCamera::UnspecifiedPosition)
+    if (!infoControl || position == QCamera::UnspecifiedPosition)
         return false;
+    return selectFirst(
+            [=](const QString &device) { return infoControl->cameraPosition(device) == position; });
+}
 
-    const int count = deviceSelector->deviceCount();
+bool QFLCameraPrivate::selectFirst(const std::function<bool(const QString &)> &matches)
+{
+    const int count = deviceSelector ? deviceSelector->deviceCount() : 0;
     for (int i = 0; i < count; ++i) {
-        if (infoControl->cameraPosition(deviceSelector->deviceName(i)) == position) {
+        if (matches(deviceSelector->deviceName(i))) {
             deviceSelector->setSelectedDevice(i);
             return true;
         }
@@ -181,7 +163,7 @@ void QFLCameraPrivate::requestState(QCamera::State newState)
 
 void QFLCameraPrivate::reportMissingService()
 {
-    _q_error(QCamera::ServiceMissingError, QFLCamera::tr("The camera service is missing"));
+    _q_error(QCamera::ServiceMissingError, missingServiceText());
 }
 
 void QFLCameraPrivate::searchAndLock(QCamera::LockTypes locks)
@@ -311,33 +293,79 @@ void QFLCameraPrivate::_q_updateState(QCamera::State newState)
 }
 
 /*!
-    \class QFLCamera
+    \class QFLCamera qflcamera.h
     \brief The media object through which an application uses a camera.
 
     The camera drives the controls of a "facelink.camera" service, which it holds from its
     construction to its destruction. Its pictures go to the surface set with setViewfinder() and to
-    every QFLEncoder that is bound to it with QMediaObject::bind().
+    every QFLEncoder that is bound to it with QMediaObject::bind(). The application owns the camera,
+    the surface and the encoders; the camera owns its exposure() and focus() objects.
 
-    \code
-        Unloaded --load()--> Loaded --start()--> Active
-            ^                 |  ^                  |
-            +----unload()-----+  +------stop()------+
-    \endcode
+    The camera is used from the thread that it lives in, in which its signals are emitted too; this
+    needs a running event loop if the backend works in threads of its own. Failures arrive by
+    error(), never as exceptions. Without a service the camera can be used all the same: every
+    operation then does nothing or returns the neutral value that is named with it, and a request of
+    a state reports QCamera::ServiceMissingError.
 
-    Unloaded: the backend holds no resources. Loaded: the device is open, and no pictures are taken.
-    Active: pictures are taken. state() is the state that the backend reported last; status() is the
-    backend's own, more detailed view of it, read at every call.
+    The application requests a state; the backend reports, by stateChanged(), when it has come
+    about:
+
+    \verbatim
+    +---------------------------- start() ----------------------------+
+    |                                                                 v
+    Unloaded --- load(), stop() ---> Loaded ------- start() ------> Active
+     ^    ^                           |  ^                           |  |
+     |    +--------- unload() --------+  +------ load(), stop() -----+  |
+     +---------------------------- unload() ----------------------------+
+    \endverbatim
+
+    \b QCamera::UnloadedState: the backend holds no resources. Every camera begins here. Settings
+    can be made; what the device supports may not be known yet.
+
+    \b QCamera::LoadedState: the device is open, and no pictures are taken.
+
+    \b QCamera::ActiveState: pictures are taken, and go to the viewfinder and the encoders.
+
+    state() is the state that the backend reported last; status() is its more detailed view, read at
+    every call, with the steps on the way (QCamera::LoadingStatus, QCamera::StartingStatus and so
+    on). A failure makes the backend fall back to the unloaded or the loaded state and report it by
+    error(); the next request of a state clears the error and tries again.
 
     A property that the backend can't change in the active state is changed by way of a restart,
-    which needs a running event loop and which stateChanged() does not show.
+    which needs a running event loop. The camera stays in the active state for the application: of
+    the way through the loaded state only statusChanged() tells. A request of a state calls a
+    restart off that has not taken place.
+*/
 
-    The camera is used from the thread that it lives in, in which its signals are emitted too.
+/*!
+    \property QFLCamera::state
+
+    The state that the backend reported last, QCamera::UnloadedState at first.
+*/
+
+/*!
+    \property QFLCamera::status
+
+    The backend's status, QCamera::UnavailableStatus without a camera control.
+*/
+
+/*!
+    \property QFLCamera::captureMode
+
+    The backend's capture mode, QCamera::CaptureStillImage without a camera control.
+*/
+
+/*!
+    \property QFLCamera::lockStatus
+
+    The status of the requested locks taken together, QCamera::Unlocked without any.
 */
 
 /*!
     \fn void QFLCamera::stateChanged(QCamera::State state)
 
-    Emitted when the backend has reported a new \a state.
+    Emitted when the backend has reported a new \a state, which state() then returns. It isn't
+    during a restart for the change of a property.
 */
 
 /*!
@@ -349,13 +377,13 @@ void QFLCameraPrivate::_q_updateState(QCamera::State newState)
 /*!
     \fn void QFLCamera::statusChanged(QCamera::Status status)
 
-    Emitted when the backend's \a status has changed.
+    Emitted when the backend's \a status has changed, during a restart too.
 */
 
 /*!
     \fn void QFLCamera::locked()
 
-    Emitted when all requested locks have been reached.
+    Emitted when all requested locks have been reached, after lockStatusChanged().
 */
 
 /*!
@@ -366,8 +394,8 @@ void QFLCameraPrivate::_q_updateState(QCamera::State newState)
 */
 
 /*!
-    \fn void QFLCamera::lockStatusChanged(QCamera::LockStatus status, QCamera::LockChangeReason
-    reason)
+    \fn void QFLCamera::lockStatusChanged(QCamera::LockStatus status,
+                                          QCamera::LockChangeReason reason)
 
     Emitted when the \a status of the requested locks taken together has changed, for the \a reason
     that the backend gave last.
@@ -377,21 +405,23 @@ void QFLCameraPrivate::_q_updateState(QCamera::State newState)
     \fn void QFLCamera::lockStatusChanged(QCamera::LockType lock, QCamera::LockStatus status,
                                           QCamera::LockChangeReason reason)
 
-    Emitted at each report of the backend about one \a lock.
+    Emitted at each report of the backend about one \a lock: its \a status and the \a reason of the
+    change. The signals about the locks taken together come first.
 */
 
 /*!
     \fn void QFLCamera::error(QCamera::Error error)
 
-    Emitted at each failure that the backend reports, and when a state is requested without a camera
-    control.
+    Emitted at each failure that the backend reports, and, with QCamera::ServiceMissingError, each
+    time a state is requested without a camera control. \a error is the code; errorString() has the
+    text by then.
 */
 
 /*!
-    Makes a camera on the default device.
+    Makes a camera on the default device, as a child of \a parent.
 */
 QFLCamera::QFLCamera(QObject *parent)
-    : QMediaObject(*new QFLCameraPrivate, parent, requestCameraService(QMediaServiceProviderHint()))
+    : QMediaObject(*new QFLCameraPrivate, parent, requestCameraService())
 {
     Q_D(QFLCamera);
     d->initialize();
@@ -399,8 +429,8 @@ QFLCamera::QFLCamera(QObject *parent)
 }
 
 /*!
-    Makes a camera on the device called \a deviceName. If there is none, the camera stays on the
-    device that the service has selected itself.
+    Makes a camera on the device called \a deviceName, in Latin-1, as a child of \a parent. If there
+    is none, the camera stays on the device that the service has selected itself, which is no error.
 */
 QFLCamera::QFLCamera(const QByteArray &deviceName, QObject *parent)
     : QMediaObject(*new QFLCameraPrivate, parent,
@@ -412,8 +442,8 @@ QFLCamera::QFLCamera(const QByteArray &deviceName, QObject *parent)
 }
 
 /*!
-    Makes a camera on the device that \a cameraInfo describes. If there is none, the camera stays on
-    the device that the service has selected itself.
+    Makes a camera on the device that \a cameraInfo describes, as a child of \a parent. If there is
+    none, the camera stays on the device that the service has selected itself, which is no error.
 */
 QFLCamera::QFLCamera(const QFLCameraInfo &cameraInfo, QObject *parent)
     : QMediaObject(
@@ -426,7 +456,8 @@ QFLCamera::QFLCamera(const QFLCameraInfo &cameraInfo, QObject *parent)
 }
 
 /*!
-    Makes a camera on the first device at \a position, on the default device if there is none.
+    Makes a camera on the first device at \a position, as a child of \a parent. It is on the default
+    device if there is none, or for QCamera::UnspecifiedPosition.
 */
 QFLCamera::QFLCamera(QCamera::Position position, QObject *parent)
     : QMediaObject(*new QFLCameraPrivate, parent,
@@ -439,7 +470,8 @@ QFLCamera::QFLCamera(QCamera::Position position, QObject *parent)
 }
 
 /*!
-    Deletes the exposure and focus objects and gives the service back.
+    Deletes the exposure and focus objects and gives the service back, which ends the taking of
+    pictures. The surface is taken off the backend, and encoders that are bound forget the camera.
 */
 QFLCamera::~QFLCamera()
 {
@@ -449,7 +481,8 @@ QFLCamera::~QFLCamera()
 
 /*!
     Returns QMultimedia::ServiceMissing without a camera control, QMultimedia::ResourceError if the
-    backend lists no device or after an error.
+    backend lists no device or after an error, and what QMediaObject says otherwise. No signal
+    announces a change.
 */
 QMultimedia::AvailabilityStatus QFLCamera::availability() const
 {
@@ -465,7 +498,7 @@ QMultimedia::AvailabilityStatus QFLCamera::availability() const
 }
 
 /*!
-    Returns the state that the backend reported last.
+    Returns the state that the backend reported last, QCamera::UnloadedState at first.
 */
 QCamera::State QFLCamera::state() const
 {
@@ -493,7 +526,7 @@ QCamera::Error QFLCamera::error() const
 }
 
 /*!
-    Returns the description of error(), empty if there was none.
+    Returns the description of error(), for the user; empty if there was none.
 */
 QString QFLCamera::errorString() const
 {
@@ -511,7 +544,7 @@ QCamera::CaptureModes QFLCamera::captureMode() const
 }
 
 /*!
-    Returns whether the backend can capture in \a mode.
+    Returns whether the backend can capture in \a mode, false without a camera control.
 */
 bool QFLCamera::isCaptureModeSupported(QCamera::CaptureModes mode) const
 {
@@ -521,7 +554,8 @@ bool QFLCamera::isCaptureModeSupported(QCamera::CaptureModes mode) const
 
 /*!
     Has the backend capture in \a mode, with a restart of the camera if it can't change the mode
-    while it is active; captureModeChanged() tells that it does.
+    while it is active; captureModeChanged() tells that it does, error() that it can't. Does nothing
+    if that is the mode already, or without a camera control.
 */
 void QFLCamera::setCaptureMode(QCamera::CaptureModes mode)
 {
@@ -535,7 +569,7 @@ void QFLCamera::setCaptureMode(QCamera::CaptureModes mode)
 }
 
 /*!
-    Returns the exposure settings object, which the camera owns.
+    Returns the exposure settings object, which the camera owns and which lives as long; never null.
 */
 QFLCameraExposure *QFLCamera::exposure() const
 {
@@ -544,7 +578,8 @@ QFLCameraExposure *QFLCamera::exposure() const
 }
 
 /*!
-    Returns the focus and zoom settings object, which the camera owns.
+    Returns the focus and zoom settings object, which the camera owns and which lives as long; never
+    null.
 */
 QFLCameraFocus *QFLCamera::focus() const
 {
@@ -562,7 +597,9 @@ QCameraImageProcessing *QFLCamera::imageProcessing() const
 }
 
 /*!
-    Shows the camera's pictures on \a surface, which is not owned; null shows them nowhere.
+    Shows the camera's pictures on \a surface, which is not owned and may be destroyed first; null
+    shows them nowhere. It may be changed in every state. A camera without a renderer control keeps
+    the surface and shows nothing, which no signal reports.
 */
 void QFLCamera::setViewfinder(QAbstractVideoSurface *surface)
 {
@@ -571,7 +608,8 @@ void QFLCamera::setViewfinder(QAbstractVideoSurface *surface)
 }
 
 /*!
-    Has the backend open the device; stateChanged() tells that it has, error() that it failed.
+    Requests QCamera::LoadedState, as stop() does: has the backend open the device, or take no more
+    pictures of an open one. stateChanged() tells that it has, error() that it failed.
 */
 void QFLCamera::load()
 {
@@ -580,7 +618,8 @@ void QFLCamera::load()
 }
 
 /*!
-    Has the backend close the device.
+    Requests QCamera::UnloadedState: has the backend close the device. stateChanged() tells that it
+    has.
 */
 void QFLCamera::unload()
 {
@@ -589,7 +628,8 @@ void QFLCamera::unload()
 }
 
 /*!
-    Has the backend take pictures; stateChanged() tells that it does, error() that it failed.
+    Requests QCamera::ActiveState: has the backend take pictures, with the device opened before if
+    need be. stateChanged() tells that it does, error() that it failed.
 */
 void QFLCamera::start()
 {
@@ -598,7 +638,8 @@ void QFLCamera::start()
 }
 
 /*!
-    Has the backend take no more pictures and keep the device open.
+    Requests QCamera::LoadedState, as load() does: has the backend take no more pictures and keep
+    the device open. stateChanged() tells that it does.
 */
 void QFLCamera::stop()
 {
@@ -607,7 +648,8 @@ void QFLCamera::stop()
 }
 
 /*!
-    Returns the locks that the backend has, none without a locks control.
+    Returns the locks (exposure, white balance, focus) that the backend has, QCamera::NoLock without
+    a locks control.
 */
 QCamera::LockTypes QFLCamera::supportedLocks() const
 {
@@ -616,7 +658,8 @@ QCamera::LockTypes QFLCamera::supportedLocks() const
 }
 
 /*!
-    Returns the locks that have been requested and not been given up.
+    Returns the locks that have been requested and not been given up, reached or not;
+    QCamera::NoLock at first.
 */
 QCamera::LockTypes QFLCamera::requestedLocks() const
 {
@@ -635,7 +678,8 @@ QCamera::LockStatus QFLCamera::lockStatus() const
 }
 
 /*!
-    Returns the status of one \a lock, unlocked if it isn't requested.
+    Returns the status of one \a lock, unlocked if it isn't requested. It is asked of the backend at
+    each call.
 */
 QCamera::LockStatus QFLCamera::lockStatus(QCamera::LockType lock) const
 {
@@ -647,7 +691,7 @@ QCamera::LockStatus QFLCamera::lockStatus(QCamera::LockType lock) const
 }
 
 /*!
-    Requests all locks.
+    Requests all locks that the backend has.
 */
 void QFLCamera::searchAndLock()
 {
@@ -655,7 +699,7 @@ void QFLCamera::searchAndLock()
 }
 
 /*!
-    Gives up the requested locks.
+    Gives up all requested locks.
 */
 void QFLCamera::unlock()
 {
@@ -663,7 +707,8 @@ void QFLCamera::unlock()
 }
 
 /*!
-    Requests those of \a locks that the backend has.
+    Requests those of \a locks that the backend has. locked() or lockFailed() tells how it ends,
+    lockStatusChanged() of the way there. Does nothing without a locks control.
 */
 void QFLCamera::searchAndLock(QCamera::LockTypes locks)
 {
@@ -672,7 +717,7 @@ void QFLCamera::searchAndLock(QCamera::LockTypes locks)
 }
 
 /*!
-    Gives up \a locks.
+    Gives up \a locks, requested or not; lockStatusChanged() tells of the change.
 */
 void QFLCamera::unlock(QCamera::LockTypes locks)
 {

@@ -7,8 +7,7 @@
 
 #include "qflcamera.h"
 #include "qflcamera_p.h"
-
-#include <private/qmediaserviceprovider_p.h>
+#include "qflserviceaccess_p.h"
 
 #include <QtCore/qdebug.h>
 #include <QtCore/qmetaobject.h>
@@ -16,8 +15,6 @@
 #include <QtMultimedia/qvideodeviceselectorcontrol.h>
 
 namespace {
-
-const QByteArray cameraService = QByteArrayLiteral("facelink.camera");
 
 const char *positionKey(QCamera::Position position)
 {
@@ -29,24 +26,31 @@ const char *positionKey(QCamera::Position position)
 } // namespace
 
 /*!
-    \class QFLCameraInfo
+    \class QFLCameraInfo qflcamerainfo.h
     \brief Describes one camera device of the library's camera service.
 
+    availableCameras() and defaultCamera() find out which there are; QFLCamera opens the device that
+    a description names. The description is of the time when it was made: it does not follow a
+    device that is unplugged.
+
     Copies share one record, which never changes: they may be copied and read on any thread. The
-    constructors and the listing functions ask the backends on the caller's thread.
+    constructors and the listing functions ask the backends on the caller's thread, on which
+    services are requested too. Nothing reports a failure: what is not known has a neutral value.
 */
 
 /*!
-    Describes the device called \a name. The description is null if no backend lists the device.
+    Describes the device called \a name. The description is null if no backend lists the device, or
+    if the name is.
 */
 QFLCameraInfo::QFLCameraInfo(const QByteArray &name) : d(new QFLCameraInfoPrivate)
 {
     QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
-    if (name.isNull() || !provider || !provider->devices(cameraService).contains(name))
+    if (name.isNull() || !provider
+        || !provider->devices(QFLServiceAccess::cameraService).contains(name))
         return;
 
     d->deviceName = QString::fromLatin1(name);
-    d->description = provider->deviceDescription(cameraService, name);
+    d->description = provider->deviceDescription(QFLServiceAccess::cameraService, name);
     d->position = provider->cameraPosition(name);
     d->orientation = provider->cameraOrientation(name);
     d->isNull = false;
@@ -54,7 +58,8 @@ QFLCameraInfo::QFLCameraInfo(const QByteArray &name) : d(new QFLCameraInfoPrivat
 
 /*!
     Describes the device that \a camera has selected, as its backend reports it, and logs the
-    description. It is null if the camera has no service.
+    description in one line of information. It is null if the camera has no service; if it has one
+    without devices, the name is empty. Belongs to the camera's thread.
 */
 QFLCameraInfo::QFLCameraInfo(const QFLCamera &camera) : d(new QFLCameraInfoPrivate)
 {
@@ -79,10 +84,19 @@ QFLCameraInfo::QFLCameraInfo(const QFLCamera &camera) : d(new QFLCameraInfoPriva
             << position.constData() << d->orientation;
 }
 
+/*!
+    Makes a description that shares the record of \a other.
+*/
 QFLCameraInfo::QFLCameraInfo(const QFLCameraInfo &other) = default;
 
+/*!
+    Shares the record of \a other.
+*/
 QFLCameraInfo &QFLCameraInfo::operator=(const QFLCameraInfo &other) = default;
 
+/*!
+    Gives up the record, which goes with its last description.
+*/
 QFLCameraInfo::~QFLCameraInfo() = default;
 
 /*!
@@ -94,7 +108,7 @@ bool QFLCameraInfo::isNull() const
 }
 
 /*!
-    Returns the name by which the backends know the device.
+    Returns the name by which the backends know the device, empty in a null description.
 */
 QString QFLCameraInfo::deviceName() const
 {
@@ -102,7 +116,7 @@ QString QFLCameraInfo::deviceName() const
 }
 
 /*!
-    Returns the name to show to the user.
+    Returns the name to show to the user, empty if no backend describes the device.
 */
 QString QFLCameraInfo::description() const
 {
@@ -110,7 +124,7 @@ QString QFLCameraInfo::description() const
 }
 
 /*!
-    Returns which way the camera faces.
+    Returns which way the camera faces, QCamera::UnspecifiedPosition if no backend knows.
 */
 QCamera::Position QFLCameraInfo::position() const
 {
@@ -118,7 +132,8 @@ QCamera::Position QFLCameraInfo::position() const
 }
 
 /*!
-    Returns the orientation of the sensor in degrees clockwise, as the backend reports it.
+    Returns the orientation of the sensor in degrees clockwise, as the backend reports it; 0 if no
+    backend knows.
 */
 int QFLCameraInfo::orientation() const
 {
@@ -131,11 +146,13 @@ int QFLCameraInfo::orientation() const
 QFLCameraInfo QFLCameraInfo::defaultCamera()
 {
     QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
-    return QFLCameraInfo(provider ? provider->defaultDevice(cameraService) : QByteArray());
+    return QFLCameraInfo(provider ? provider->defaultDevice(QFLServiceAccess::cameraService)
+                                  : QByteArray());
 }
 
 /*!
-    Describes all cameras, in the backends' order, or those at \a position.
+    Describes all cameras, in the backends' order, for QCamera::UnspecifiedPosition, and those at \a
+    position for another. Empty without a backend.
 */
 QList<QFLCameraInfo> QFLCameraInfo::availableCameras(QCamera::Position position)
 {
@@ -144,7 +161,7 @@ QList<QFLCameraInfo> QFLCameraInfo::availableCameras(QCamera::Position position)
     if (!provider)
         return cameras;
 
-    const QList<QByteArray> names = provider->devices(cameraService);
+    const QList<QByteArray> names = provider->devices(QFLServiceAccess::cameraService);
     for (const QByteArray &name : names) {
         if (position == QCamera::UnspecifiedPosition || provider->cameraPosition(name) == position)
             cameras.append(QFLCameraInfo(name));
@@ -153,7 +170,8 @@ QList<QFLCameraInfo> QFLCameraInfo::availableCameras(QCamera::Position position)
 }
 
 /*!
-    Returns whether both describe the same device in the same way.
+    Returns whether this description and \a other have the same name, description, position and
+    orientation.
 */
 bool QFLCameraInfo::operator==(const QFLCameraInfo &other) const
 {
@@ -162,6 +180,10 @@ bool QFLCameraInfo::operator==(const QFLCameraInfo &other) const
                 && d->position == other.d->position && d->orientation == other.d->orientation);
 }
 
+/*!
+    Returns whether this description and \a other differ in name, description, position or
+    orientation.
+*/
 bool QFLCameraInfo::operator!=(const QFLCameraInfo &other) const
 {
     return !(*this == other);
@@ -170,7 +192,11 @@ bool QFLCameraInfo::operator!=(const QFLCameraInfo &other) const
 #ifndef QT_NO_DEBUG_STREAM
 
 /*!
-    Prints the device name, the position and the orientation of \a camera.
+    \relates QFLCameraInfo
+
+    Prints the device name, the position and the orientation of \a camera to \a debug as a string,
+    as in `"QFLCameraInfo(deviceName=front, position=FrontFace, orientation=270)"`, and leaves the
+    stream with spaces between its items.
 */
 QDebug operator<<(QDebug debug, const QFLCameraInfo &camera)
 {

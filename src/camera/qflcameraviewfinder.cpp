@@ -101,7 +101,9 @@ void writeSettings(SettingsControl *control, const QCameraViewfinderSettings &se
 } // namespace
 
 /*!
-    Returns the settings in force, empty ones if the backend has no viewfinder settings.
+    Returns the settings in force: the size and the pixel aspect ratio in pixels, the frame rates in
+    frames a second. Empty ones if the backend has no viewfinder settings; a backend that knows some
+    parameters only leaves the others unset.
 */
 QCameraViewfinderSettings QFLCamera::viewfinderSettings() const
 {
@@ -116,7 +118,9 @@ QCameraViewfinderSettings QFLCamera::viewfinderSettings() const
 
 /*!
     Applies \a settings, with a restart of the camera if the backend can't change them while it is
-    active. Does nothing if the backend has no viewfinder settings.
+    active. What is unset in them is for the backend to choose. Settings that the device doesn't
+    support are not refused here: the backend reports them by error(), perhaps only when it starts.
+    Does nothing if the backend has no viewfinder settings.
 */
 void QFLCamera::setViewfinderSettings(const QCameraViewfinderSettings &settings)
 {
@@ -133,8 +137,9 @@ void QFLCamera::setViewfinderSettings(const QCameraViewfinderSettings &settings)
 }
 
 /*!
-    Returns the supported settings, in the backend's order, that have the values set in \a settings.
-    Empty settings filter nothing. Empty if the backend can't list its settings.
+    Returns the supported settings, in the backend's order, that have the values set in \a settings;
+    frame rates match in single precision, with a tolerance of a hundred-thousandth. Empty settings
+    filter nothing. The list is empty if the backend can't list its settings.
 */
 QList<QCameraViewfinderSettings> QFLCamera::supportedViewfinderSettings(
         const QCameraViewfinderSettings &settings) const
@@ -155,8 +160,9 @@ QList<QCameraViewfinderSettings> QFLCamera::supportedViewfinderSettings(
 }
 
 /*!
-    Returns the distinct resolutions of the supported settings that match \a settings, the smallest
-    area first.
+    Returns the distinct resolutions, in pixels, of the supported settings that match \a settings,
+    as supportedViewfinderSettings() finds them, the smallest area first. Those of equal area come
+    in no particular order.
 */
 QList<QSize> QFLCamera::supportedViewfinderResolutions(
         const QCameraViewfinderSettings &settings) const
@@ -174,7 +180,8 @@ QList<QSize> QFLCamera::supportedViewfinderResolutions(
 
 /*!
     Returns the distinct frame-rate ranges, in frames a second, of the supported settings that match
-    \a settings, the lowest maximum first and then the lowest minimum.
+    \a settings, as supportedViewfinderSettings() finds them, the lowest maximum first and then the
+    lowest minimum. Ranges are distinct that differ in the least.
 */
 QList<QCamera::FrameRateRange> QFLCamera::supportedViewfinderFrameRateRanges(
         const QCameraViewfinderSettings &settings) const
@@ -200,8 +207,8 @@ QList<QCamera::FrameRateRange> QFLCamera::supportedViewfinderFrameRateRanges(
 }
 
 /*!
-    Returns the distinct pixel formats of the supported settings that match \a settings, in the
-    backend's order.
+    Returns the distinct pixel formats of the supported settings that match \a settings, as
+    supportedViewfinderSettings() finds them, in the backend's order.
 */
 QList<QVideoFrame::PixelFormat> QFLCamera::supportedViewfinderPixelFormats(
         const QCameraViewfinderSettings &settings) const

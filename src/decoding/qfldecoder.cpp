@@ -7,13 +7,12 @@
 
 #include "qfldecodecontrol.h"
 #include "qfldecodingvideosink.h"
-#include "qfldefaultservice_p.h"
 #include "qflencodedvideosourcecontrol.h"
+#include "qflserviceaccess_p.h"
 
 #include <QtCore/qdebug.h>
 #include <QtCore/qpointer.h>
 #include <QtMultimedia/qabstractvideosurface.h>
-#include <QtMultimedia/qmediaservice.h>
 
 Q_LOGGING_CATEGORY(lcFaceLinkDecoder, "facelink.decoder")
 
@@ -30,9 +29,8 @@ QFLDecoderPrivate::~QFLDecoderPrivate()
     if (!service)
         return;
 
-    if (decodeControl)
-        service->releaseControl(decodeControl);
-    QFLDefaultService::release(service);
+    QFLServiceAccess::releaseControls(service, decodeControl);
+    QFLServiceAccess::releaseService(service);
 }
 
 void QFLDecoderPrivate::acquireControl()
@@ -42,7 +40,7 @@ void QFLDecoderPrivate::acquireControl()
     if (!service)
         return;
 
-    decodeControl = qobject_cast<QFLDecodeControl *>(service->requestControl(QFLDecodeControl_iid));
+    decodeControl = QFLServiceAccess::requestControl<QFLDecodeControl>(service);
     if (!decodeControl)
         return;
 
@@ -83,7 +81,7 @@ void QFLDecoderPrivate::unbind()
     // The decoder is stopped on the way, and what the application does upon that may unbind it
     // again or delete the object.
     const QPointer<QMediaService> boundService = boundMediaObject->service();
-    const QPointer<QFLEncodedVideoSourceControl> control = sourceControl;
+    QPointer<QFLEncodedVideoSourceControl> control = sourceControl;
     if (!boundService || !control) {
         forgetMediaObject();
         return;
@@ -93,8 +91,7 @@ void QFLDecoderPrivate::unbind()
     boundMediaObject = nullptr;
     sourceControl = nullptr;
     decodingSink->unlink();
-    if (boundService && control)
-        boundService->releaseControl(control);
+    QFLServiceAccess::releaseControls(boundService, control);
 }
 
 void QFLDecoderPrivate::forgetMediaObject()
@@ -136,34 +133,77 @@ void QFLDecoderPrivate::_q_outputFormatChanged(const QVideoSurfaceFormat &format
 }
 
 /*!
-    \class QFLDecoder
+    \class QFLDecoder qfldecoder.h
     \brief The media object that decodes encoded video frames onto a surface.
 
     The decoder drives the decode control of a "facelink.decoder" service, which it holds from its
-    construction to its destruction. Encoded frames come from the application, through decode() or
-    a QFLDecodingVideoSink that is linked to a source, or from a media object that the decoder is
-    bound to with QMediaObject::bind(). The backend shows the pictures on the surface that was set
-    with setVideoSurface().
+    construction to its destruction. Encoded frames come from the application, through decode() or a
+    QFLDecodingVideoSink that is linked to a source, or from a media object that the decoder is
+    bound to with QMediaObject::bind(); source and media object then start and stop the decoder as
+    well. The backend shows the pictures on the surface that was set with setVideoSurface(). The
+    application owns the decoder, the surface and the object that it is bound to.
 
-    The status is the backend's, read at every call:
+    The decoder is used from the thread that it lives in, in which its signals are emitted too; this
+    needs a running event loop if the backend works in threads of its own. Failures of the backend
+    arrive by errorChanged(), never as exceptions.
 
-    \code
-        Unloaded -> Loading -> Loaded -> Starting -> Started -> EndOfStream
-            ^                   |  ^                    |            |
-            +---- Unloading <---+  +----- Stopping <----+------------+
-    \endcode
+    The status is the backend's, read at every call, and statusChanged() announces its changes. A
+    backend may load only when it is started, and unload when it is stopped:
 
-    Unloaded: the backend holds no resources. Loading and Unloading: it acquires or gives them up.
-    Loaded: it can start. Starting: start() was accepted and no picture has been decoded yet.
-    Started: pictures are decoded. EndOfStream: the stream was drained and its last picture shown.
-    Stopping: the run is being ended. Unavailable: there is no backend; every operation then does
-    nothing or returns the neutral value that is named with it.
+    \verbatim
+    Unloaded --> Loading --> Loaded --> Starting --> Started --drain()--> EndOfStream
+       ^            |         |  ^         |          |   ^                 |   |
+       |         failure      |  |      failure       |   +---- flush() ----+   |
+       |            v         |  |         v          v                         |
+       +-------- Unloading <--+  +------------- Stopping <------ stop() --------+
+    \endverbatim
 
-    The decoder is used from the thread that it lives in, in which its signals are emitted too.
+    \b UnloadedStatus: the backend holds no resources. start() loads it.
+
+    \b LoadingStatus: the backend acquires its resources.
+
+    \b LoadedStatus: the backend can start. decode() returns false, and drain() and flush() have no
+    effect.
+
+    \b StartingStatus: start() has accepted the settings and the backend sets up the run.
+
+    \b StartedStatus: the run is on. decode() takes frames, from a key frame on, and their pictures
+    are shown. stop() ends the run, and so does a failure that the backend can't get over, which
+    errorChanged() reports.
+
+    \b EndOfStreamStatus: the stream was drained, its last picture has been shown, and endOfStream()
+    was emitted. The picture stays on the surface; flush() takes the run up again.
+
+    \b StoppingStatus: the run is being ended. What has not been shown is dropped.
+
+    \b UnloadingStatus: the backend gives up its resources.
+
+    \b UnavailableStatus, not in the picture: there is no decoder service, or it has no decode
+    control. This never changes; every operation then does nothing or returns the neutral value that
+    is named with it.
+*/
+
+/*!
+    \enum QFLDecoder::Status
+
+    What the backend is doing; the description of the class says what leads from one to the other.
+    The numbers differ from those of QFLEncoder::Status.
+
+    \value UnavailableStatus There is no backend that can decode.
+    \value UnloadedStatus The backend holds no resources.
+    \value LoadingStatus The backend acquires its resources.
+    \value UnloadingStatus The backend gives up its resources.
+    \value LoadedStatus The backend is ready to start.
+    \value EndOfStreamStatus A drained stream has been shown to its end.
+    \value StoppingStatus A run is being ended.
+    \value StartingStatus A run is being set up.
+    \value StartedStatus Encoded frames are being decoded.
 */
 
 /*!
     \enum QFLDecoder::Error
+
+    What the backend reported last.
 
     \value NoError No failure has been reported since the last start().
     \value ResourceError A codec, a device or memory is missing.
@@ -172,46 +212,64 @@ void QFLDecoderPrivate::_q_outputFormatChanged(const QVideoSurfaceFormat &format
 */
 
 /*!
+    \property QFLDecoder::status
+
+    The backend's status, UnavailableStatus without a decode control.
+*/
+
+/*!
+    \property QFLDecoder::error
+
+    The last error that the backend has reported, NoError again from start() on; errorString()
+    describes it.
+*/
+
+/*!
     \fn void QFLDecoder::statusChanged(QFLDecoder::Status status)
 
-    Emitted when the backend's \a status has changed.
+    Emitted when the backend's \a status has changed. A backend that works in threads of its own may
+    be a step further by then: status() tells.
 */
 
 /*!
     \fn void QFLDecoder::errorChanged(QFLDecoder::Error error)
 
-    Emitted when the backend has reported an \a error whose code or text differs from the last one.
+    Emitted when the backend has reported an \a error whose code or text differs from the last one;
+    error() and errorString() have been set by then. start() clears both without this signal.
 */
 
 /*!
     \fn void QFLDecoder::outputFormatChanged(const QVideoSurfaceFormat &format)
 
-    Emitted when the \a format of the decoded pictures is known or has changed.
+    Emitted when the \a format of the decoded pictures is known or has changed, and outputFormat()
+    returns it. start() forgets the format without this signal.
 */
 
 /*!
     \fn void QFLDecoder::endOfStream()
 
-    Emitted when the last picture of a drained stream has been shown.
+    Emitted when the last picture of a drained stream has been shown; drain() leads to it.
 */
 
 /*!
-    Makes a decoder, with the first backend that offers a decoder service.
+    Makes a decoder as a child of \a parent, with the first backend that offers a decoder service.
+    Without one the decoder stays in UnavailableStatus, and no error is reported.
 */
 QFLDecoder::QFLDecoder(QObject *parent) : QFLDecoder(*new QFLDecoderPrivate, parent) { }
 
 /*!
-    Makes a decoder with the private data \a dd, which it owns from then on.
+    Makes a decoder as a child of \a parent with the private data \a dd, which it owns from then on.
 */
 QFLDecoder::QFLDecoder(QFLDecoderPrivate &dd, QObject *parent)
-    : QMediaObject(dd, parent, QFLDefaultService::request(QByteArrayLiteral("facelink.decoder")))
+    : QMediaObject(dd, parent, QFLServiceAccess::requestService(QFLServiceAccess::decoderService))
 {
     Q_D(QFLDecoder);
     d->acquireControl();
 }
 
 /*!
-    Stops a started decoder, unbinds it and gives the service back.
+    Stops a started decoder, unbinds it and gives the service back. The surface is taken off the
+    backend.
 */
 QFLDecoder::~QFLDecoder()
 {
@@ -236,7 +294,8 @@ QMediaObject *QFLDecoder::mediaObject() const
     Has the encoded frames of \a object decoded, in place of those of the object bound before; null
     only unbinds. The decoder does not own the object and forgets it when it is destroyed. Returns
     false, and leaves the decoder unbound, if the object's service offers no encoded frames or
-    refuses to deliver them. Called by QMediaObject::bind() and QMediaObject::unbind().
+    refuses to deliver them. Called by QMediaObject::bind() and QMediaObject::unbind(), which
+    applications use.
 */
 bool QFLDecoder::setMediaObject(QMediaObject *object)
 {
@@ -253,9 +312,8 @@ bool QFLDecoder::setMediaObject(QMediaObject *object)
     if (!d->decodingSink)
         d->decodingSink = new QFLDecodingVideoSink(this);
 
-    QMediaService *boundService = object->service();
-    auto *control = boundService ? boundService->requestControl<QFLEncodedVideoSourceControl *>()
-                                 : nullptr;
+    auto *control = QFLServiceAccess::requestControl<QFLEncodedVideoSourceControl>(
+            object->service(), QFLServiceAccess::WrongClass::Release);
     if (!control || !d->linkTo(control))
         return false;
 
@@ -264,7 +322,7 @@ bool QFLDecoder::setMediaObject(QMediaObject *object)
 }
 
 /*!
-    Returns the backend's status, UnavailableStatus without a decode control.
+    Returns the backend's status, asked at each call, UnavailableStatus without a decode control.
 */
 QFLDecoder::Status QFLDecoder::status() const
 {
@@ -282,7 +340,7 @@ QFLDecoder::Error QFLDecoder::error() const
 }
 
 /*!
-    Returns the description of error(), empty if there was none.
+    Returns the backend's description of error(), for the user; empty if there was none.
 */
 QString QFLDecoder::errorString() const
 {
@@ -291,7 +349,8 @@ QString QFLDecoder::errorString() const
 }
 
 /*!
-    Returns the format of the decoded pictures, an invalid one as long as it isn't known.
+    Returns the format of the decoded pictures that outputFormatChanged() reported last, an invalid
+    one from start() until the first report of the run.
 */
 QVideoSurfaceFormat QFLDecoder::outputFormat()
 {
@@ -310,7 +369,8 @@ QStringList QFLDecoder::supportedCodecs(bool hardwareOnly) const
 }
 
 /*!
-    Returns whether a stream with these \a settings can be decoded; false without a decode control.
+    Returns whether a stream that was encoded with these \a settings can be decoded; false without a
+    decode control.
 */
 bool QFLDecoder::isFormatSupported(const QVideoEncoderSettings &settings) const
 {
@@ -319,8 +379,9 @@ bool QFLDecoder::isFormatSupported(const QVideoEncoderSettings &settings) const
 }
 
 /*!
-    Shows the decoded pictures on \a surface, which is not owned; null shows them nowhere. A decoder
-    without a renderer control keeps the surface and shows nothing.
+    Shows the decoded pictures on \a surface, which is not owned, lives in the decoder's thread and
+    may be destroyed first; null shows them nowhere. It may be changed during a run. A decoder
+    without a renderer control keeps the surface and shows nothing, which no signal reports.
 */
 void QFLDecoder::setVideoSurface(QAbstractVideoSurface *surface)
 {
@@ -332,8 +393,9 @@ void QFLDecoder::setVideoSurface(QAbstractVideoSurface *surface)
 
 /*!
     Forgets error, error text and output format of the last run, without a signal, and starts to
-    decode a stream that was encoded with these \a settings. Returns false if decoding doesn't
-    start, or without a decode control; errorChanged() reports why.
+    decode a stream that was encoded with these \a settings, of which the codec, by its name or its
+    codec id, matters most; a run that is on ends first. Returns false if decoding doesn't start,
+    for which errorChanged() gives the reason, or, without a signal, if there is no decode control.
 */
 bool QFLDecoder::start(const QVideoEncoderSettings &settings)
 {
@@ -347,7 +409,9 @@ bool QFLDecoder::start(const QVideoEncoderSettings &settings)
 
 /*!
     Passes one encoded \a frame to the backend; its timestamp in microseconds becomes the start time
-    of the picture. Returns false if the frame is not taken, or without a decode control.
+    of the picture. Returns false if the frame is not taken, or without a decode control. A frame
+    that is not taken is lost to those that follow it: the sender should be asked for a key frame,
+    in front of which no frame is taken at the beginning either.
 */
 bool QFLDecoder::decode(const QFLEncodedVideoFrame &frame)
 {
@@ -356,7 +420,8 @@ bool QFLDecoder::decode(const QFLEncodedVideoFrame &frame)
 }
 
 /*!
-    Has the backend decode and show what it holds; endOfStream() tells that it has.
+    Has the backend decode and show what it holds; endOfStream() tells that it has. Returns at once.
+    decode() takes no frames from then on, until flush(). Does nothing without a decode control.
 */
 void QFLDecoder::drain()
 {
@@ -367,7 +432,8 @@ void QFLDecoder::drain()
 }
 
 /*!
-    Has the backend drop what it holds; decoding goes on at the next key frame.
+    Has the backend drop what it holds; decoding goes on at the next key frame, also after drain().
+    Does nothing without a decode control.
 */
 void QFLDecoder::flush()
 {
@@ -379,7 +445,8 @@ void QFLDecoder::flush()
 }
 
 /*!
-    Ends decoding.
+    Ends the run at once: no picture is shown after this has returned. error(), errorString() and
+    outputFormat() are kept until start(). Does nothing without a decode control.
 */
 void QFLDecoder::stop()
 {

@@ -41,15 +41,24 @@ void QFLDecodingVideoSinkPrivate::_q_statusChanged(QFLDecoder::Status status)
 }
 
 /*!
-    \class QFLDecodingVideoSink
+    \class QFLDecodingVideoSink qfldecodingvideosink.h
     \brief The sink that feeds a decoder with the stream of the source it is linked to.
 
-    Every call goes straight to the decoder. The sink is active while the decoder is starting or
-    started, and reports the decoder's errors as its own. It lives in the decoder's thread.
+    A decoder makes one for itself when it is bound to a media object for the first time; an
+    application may make one for any decoder and link it to any source. The sink lives in the
+    decoder's thread and is deleted with the decoder, if not before; an application unlinks its own
+    before that.
+
+    Every call goes straight to the decoder. The sink is active from its start on and while the
+    decoder is starting or started: each change of QFLDecoder::status() sets the activity, and
+    EndOfStreamStatus ends it, too. The decoder's errors become the sink's, which the source is
+    told: ResourceError, FormatError and HardwareError those of the same name, NoError
+    QFLSink::NoError. Their texts stay with QFLDecoder::errorString().
 */
 
 /*!
-    Makes a sink for \a decoder, its parent. A sink without decoder refuses everything.
+    Makes a sink for \a decoder, its parent, that is unlinked and inactive whatever the decoder's
+    status. A sink without decoder refuses everything.
 */
 QFLDecodingVideoSink::QFLDecodingVideoSink(QFLDecoder *decoder)
     : QObject(decoder), d(new QFLDecodingVideoSinkPrivate(this, decoder))
@@ -72,7 +81,7 @@ QFLDecodingVideoSink::~QFLDecodingVideoSink()
 }
 
 /*!
-    Returns whether the decoder can decode a stream with these \a settings.
+    Returns whether the decoder can decode a stream with these \a settings; false without decoder.
 */
 bool QFLDecodingVideoSink::isFormatSupported(const QVideoEncoderSettings &settings) const
 {
@@ -80,8 +89,8 @@ bool QFLDecodingVideoSink::isFormatSupported(const QVideoEncoderSettings &settin
 }
 
 /*!
-    Starts the decoder with \a settings. Returns false, and leaves the sink as it is, if it doesn't
-    start.
+    Starts the decoder with \a settings and makes the sink active. Returns false, and leaves the
+    sink as it is, if the decoder doesn't start; QFLDecoder::errorChanged() reports why.
 */
 bool QFLDecodingVideoSink::start(const QVideoEncoderSettings &settings)
 {
@@ -91,7 +100,7 @@ bool QFLDecodingVideoSink::start(const QVideoEncoderSettings &settings)
 }
 
 /*!
-    Has the decoder decode \a frame and returns whether it takes it.
+    Has the decoder decode \a frame and returns whether it takes it; false without decoder.
 */
 bool QFLDecodingVideoSink::encodedVideoFrame(const QFLEncodedVideoFrame &frame)
 {
@@ -99,7 +108,8 @@ bool QFLDecodingVideoSink::encodedVideoFrame(const QFLEncodedVideoFrame &frame)
 }
 
 /*!
-    Drains the decoder; the sink stays active until the decoder's status says otherwise.
+    Drains the decoder; the sink stays active until the decoder's status says otherwise. Without
+    decoder the sink stops.
 */
 void QFLDecodingVideoSink::drain()
 {

@@ -4,6 +4,8 @@
 
 #include "qvideosurfaceoutput_p.h"
 
+#include "qflserviceaccess_p.h"
+
 /*!
     \class QVideoSurfaceOutput
     \brief Hands an application's surface to the renderer control of the media object it is bound
@@ -73,8 +75,8 @@ bool QVideoSurfaceOutput::setMediaObject(QMediaObject *object)
     m_object.clear();
 
     QMediaService *service = object ? object->service() : nullptr;
-    QVideoRendererControl *control
-            = service ? service->requestControl<QVideoRendererControl *>() : nullptr;
+    QVideoRendererControl *control = QFLServiceAccess::requestControl<QVideoRendererControl>(
+            service, QFLServiceAccess::WrongClass::Release);
     if (!control)
         return false;
 
@@ -91,6 +93,5 @@ void QVideoSurfaceOutput::releaseControl()
         return;
 
     m_control->setSurface(nullptr);
-    if (m_service)
-        m_service->releaseControl(m_control);
+    QFLServiceAccess::releaseControls(m_service, m_control);
 }

@@ -30,16 +30,22 @@ template<typename T> bool registerUnderBothNames(const char *plainName)
 } // namespace
 
 /*!
-    \class QFLEncodedVideoFrame
+    \class QFLEncodedVideoFrame qflencodedvideoframe.h
     \brief One compressed video frame with its kind and its timestamp.
 
     Copies share one record explicitly: nothing ever detaches, a new timestamp shows in every copy,
     and two frames are equal only if they share their record. Copies may be made and destroyed on
     any thread; setTimestamp() must not run while another thread reads a copy.
+
+    The library doesn't look into the bytes: what they mean is between the codec that made them and
+    the one that reads them. The types are registered with Qt's meta-type system while the library
+    is loaded, so that frames can travel in queued signals.
 */
 
 /*!
     \enum QFLEncodedVideoFrame::Type
+
+    What a frame is good for, as its encoder labelled it.
 
     \value Type_Invalid There is no frame.
     \value Type_Key A frame at which decoding can start.
@@ -47,8 +53,21 @@ template<typename T> bool registerUnderBothNames(const char *plainName)
 */
 
 /*!
-    \class QFLEncodedVideoFrame::MetaData
-    \brief The kind of a frame, and its presentation time in microseconds.
+    \struct QFLEncodedVideoFrame::MetaData
+    \brief What is known of a frame without a look into its bytes.
+*/
+
+/*!
+    \var QFLEncodedVideoFrame::MetaData::type
+
+    Type_Invalid unless it is set.
+*/
+
+/*!
+    \var QFLEncodedVideoFrame::MetaData::timestamp
+
+    The presentation time in microseconds, on the clock of the raw frames' start times; 0 unless it
+    is set.
 */
 
 /*!
@@ -57,7 +76,8 @@ template<typename T> bool registerUnderBothNames(const char *plainName)
 QFLEncodedVideoFrame::QFLEncodedVideoFrame() : d(new QFLEncodedVideoFramePrivate) { }
 
 /*!
-    Makes a frame that shares the bytes of \a data, which is left unchanged.
+    Makes a frame that shares the bytes of \a data, which is left unchanged, and has a copy of \a
+    meta.
 */
 QFLEncodedVideoFrame::QFLEncodedVideoFrame(QByteArray &data, const MetaData &meta)
     : QFLEncodedVideoFrame()
@@ -67,8 +87,9 @@ QFLEncodedVideoFrame::QFLEncodedVideoFrame(QByteArray &data, const MetaData &met
 }
 
 /*!
-    Makes a frame with a copy of the \a size bytes at \a data. More bytes than a QByteArray holds,
-    which is a little less than 2 GiB, give an invalid frame without bytes, and a warning.
+    Makes a frame with a copy of the \a size bytes at \a data and of \a meta. More bytes than a
+    QByteArray holds, which is a little less than 2 GiB, give an invalid frame without bytes, and a
+    warning.
 */
 QFLEncodedVideoFrame::QFLEncodedVideoFrame(const char *data, unsigned long size,
                                            const MetaData &meta)
@@ -83,10 +104,19 @@ QFLEncodedVideoFrame::QFLEncodedVideoFrame(const char *data, unsigned long size,
     d->meta = meta;
 }
 
+/*!
+    Makes a frame that shares the record of \a other.
+*/
 QFLEncodedVideoFrame::QFLEncodedVideoFrame(const QFLEncodedVideoFrame &other) = default;
 
+/*!
+    Shares the record of \a other and gives up the one that was shared before.
+*/
 QFLEncodedVideoFrame &QFLEncodedVideoFrame::operator=(const QFLEncodedVideoFrame &other) = default;
 
+/*!
+    Gives up the record. The last frame that shares it deletes it with its bytes.
+*/
 QFLEncodedVideoFrame::~QFLEncodedVideoFrame() = default;
 
 /*!
@@ -106,6 +136,9 @@ QByteArray QFLEncodedVideoFrame::data() const
     return d->data;
 }
 
+/*!
+    Returns a copy: a change to it doesn't change the frame.
+*/
 QFLEncodedVideoFrame::MetaData QFLEncodedVideoFrame::meta() const
 {
     return d->meta;
@@ -127,6 +160,9 @@ bool QFLEncodedVideoFrame::operator==(const QFLEncodedVideoFrame &other) const
     return d == other.d;
 }
 
+/*!
+    Returns whether this frame and \a other have different records, be their contents equal or not.
+*/
 bool QFLEncodedVideoFrame::operator!=(const QFLEncodedVideoFrame &other) const
 {
     return d != other.d;
@@ -164,13 +200,18 @@ static void print(QDebug &debug, const QFLEncodedVideoFrame::MetaData &meta)
 }
 
 /*!
-    Prints the number of bytes, the type and the time of \a frame, as in
-    \c{QFLEncodedVideoFrame(1200, Type_Key, "1:02:03.000042 - forever")}.
+    \relates QFLEncodedVideoFrame
+
+    Prints the number of bytes, the type and the time of \a frame to \a debug, as in
+    `QFLEncodedVideoFrame(1200, Type_Key, "1:02:03.000042 - forever")`, and restores the settings of
+    the stream.
 */
 QDebug operator<<(QDebug debug, const QFLEncodedVideoFrame &frame)
 {
     const QDebugStateSaver saver(debug);
-    debug.nospace() << "QFLEncodedVideoFrame(" << frame.data().size() << ", ";
+    // The stream may be writing numbers in another base.
+    debug.nospace() << "QFLEncodedVideoFrame(" << qPrintable(QString::number(frame.data().size()))
+                    << ", ";
     print(debug, frame.meta());
     debug << ")";
     return debug;

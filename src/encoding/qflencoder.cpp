@@ -5,14 +5,11 @@
 #include "qflencoder.h"
 #include "qflencoder_p.h"
 
-#include "qfldefaultservice_p.h"
 #include "qflencodecontrol.h"
 #include "qflencodedvideosourcecontrol.h"
 #include "qflencodervideosurface.h"
-#include "qflrawvideosourcecontrol.h"
+#include "qflserviceaccess_p.h"
 
-#include <QtCore/qpointer.h>
-#include <QtMultimedia/qmediaservice.h>
 #include <QtMultimedia/qvideoencodersettingscontrol.h>
 
 Q_LOGGING_CATEGORY(lcFaceLinkEncoder, "facelink.encoder")
@@ -22,22 +19,14 @@ namespace {
 [[maybe_unused]] const int metaTypes[]
         = {qRegisterMetaType<QFLEncoder::Status>(), qRegisterMetaType<QFLEncoder::Error>()};
 
-// A control of the wrong class is not handed back: only the owner of the service does that.
-template<typename Control> Control *requestBorrowedControl(QMediaService *service)
-{
-    return qobject_cast<Control *>(service->requestControl(qmediacontrol_iid<Control *>()));
 }
-
-} // namespace
 
 void QFLEncoderPrivate::acquireControls()
 {
     Q_Q(QFLEncoder);
 
-    if (!service)
-        return;
-
-    encodeControl = service->requestControl<QFLEncodeControl *>();
+    const auto wrongClass = QFLServiceAccess::WrongClass::Release;
+    encodeControl = QFLServiceAccess::requestControl<QFLEncodeControl>(service, wrongClass);
     if (encodeControl) {
         // The private slot is known by name only.
         QObject::connect(encodeControl, SIGNAL(error(QFLEncoder::Error, QString)), q,
@@ -47,8 +36,10 @@ void QFLEncoderPrivate::acquireControls()
         QObject::connect(encodeControl, &QFLEncodeControl::encodedVideoFrame, q,
                          &QFLEncoder::encodedVideoFrame);
     }
-    settingsControl = service->requestControl<QVideoEncoderSettingsControl *>();
-    encodedVideoSourceControl = service->requestControl<QFLEncodedVideoSourceControl *>();
+    settingsControl
+            = QFLServiceAccess::requestControl<QVideoEncoderSettingsControl>(service, wrongClass);
+    encodedVideoSourceControl
+            = QFLServiceAccess::requestControl<QFLEncodedVideoSourceControl>(service, wrongClass);
 }
 
 void QFLEncoderPrivate::releaseControls()
@@ -56,17 +47,9 @@ void QFLEncoderPrivate::releaseControls()
     if (!service)
         return;
 
-    if (settingsControl)
-        service->releaseControl(settingsControl);
-    if (encodeControl)
-        service->releaseControl(encodeControl);
-    if (encodedVideoSourceControl)
-        service->releaseControl(encodedVideoSourceControl);
-    settingsControl = nullptr;
-    encodeControl = nullptr;
-    encodedVideoSourceControl = nullptr;
-
-    QFLDefaultService::release(service);
+    QFLServiceAccess::releaseControls(service, settingsControl, encodeControl,
+                                      encodedVideoSourceControl);
+    QFLServiceAccess::releaseService(service);
     service = nullptr;
 }
 
@@ -85,7 +68,8 @@ void QFLEncoderPrivate::attachSurface(QMediaService *boundService)
 {
     const QMediaObject *object = mediaObject;
 
-    rawVideoSourceControl = requestBorrowedControl<QFLRawVideoSourceControl>(boundService);
+    rawVideoSourceControl
+            = QFLServiceAccess::requestControl<QFLRawVideoSourceControl>(boundService);
     if (rawVideoSourceControl) {
         qCDebug(lcFaceLinkEncoder) << "raw video source control acquired";
         rawVideoSourceControl->setSurface(surface);
@@ -95,7 +79,7 @@ void QFLEncoderPrivate::attachSurface(QMediaService *boundService)
     if (mediaObject != object)
         return;
 
-    rendererControl = requestBorrowedControl<QVideoRendererControl>(boundService);
+    rendererControl = QFLServiceAccess::requestControl<QVideoRendererControl>(boundService);
     if (rendererControl) {
         qCDebug(lcFaceLinkEncoder) << "video renderer control acquired";
         rendererControl->setSurface(surface);
@@ -110,8 +94,8 @@ void QFLEncoderPrivate::detachSurface()
     // The surface is stopped on the way, and what the application does upon that may unbind the
     // encoder again or delete the object.
     const QPointer<QMediaObject> object = mediaObject;
-    const QPointer<QFLRawVideoSourceControl> rawControl = rawVideoSourceControl;
-    const QPointer<QVideoRendererControl> renderer = rendererControl;
+    QPointer<QFLRawVideoSourceControl> rawControl = rawVideoSourceControl;
+    QPointer<QVideoRendererControl> renderer = rendererControl;
     forgetMediaObject();
 
     if (rawControl)
@@ -119,13 +103,7 @@ void QFLEncoderPrivate::detachSurface()
     if (renderer)
         renderer->setSurface(nullptr);
 
-    QMediaService *boundService = object ? object->service() : nullptr;
-    if (!boundService)
-        return;
-    if (rawControl)
-        boundService->releaseControl(rawControl);
-    if (renderer)
-        boundService->releaseControl(renderer);
+    QFLServiceAccess::releaseControls(object ? object->service() : nullptr, rawControl, renderer);
 }
 
 void QFLEncoderPrivate::forgetMediaObject()
@@ -146,32 +124,70 @@ void QFLEncoderPrivate::_q_error(QFLEncoder::Error code, const QString &descript
 }
 
 /*!
-    \class QFLEncoder
+    \class QFLEncoder qflencoder.h
     \brief The media object that encodes raw video frames.
 
     The encoder drives the encode control of a "facelink.encoder" service, which it holds from its
-    construction to its destruction. Raw frames come from the application, through encode(), or
-    from a media object that the encoder is bound to with QMediaObject::bind(), a QFLCamera say.
-    Encoded frames leave by encodedVideoFrame() and go to the sinks that are linked to the encoder.
+    construction to its destruction. Raw frames come from the application, through encode(), or from
+    a media object that the encoder is bound to with QMediaObject::bind(), a QFLCamera say, which
+    then starts and stops the encoder as well. Encoded frames leave by encodedVideoFrame() and go to
+    the sinks that are linked to the encoder with QFLSink::link(). The application owns the encoder,
+    the object that it is bound to and the sinks; only the sinks have to be taken off before the
+    encoder is destroyed.
 
-    The status is the backend's, read at every call:
+    The encoder is used from the thread that it lives in, in which its signals are emitted too; this
+    needs a running event loop if the backend works in threads of its own. Failures of the backend
+    arrive by errorChanged(), never as exceptions.
 
-    \code
-        Unloaded -> Loading -> Loaded -> Starting -> Started
-                                  ^                     |
-                                  +----- Stopping <-----+
-    \endcode
+    The status is the backend's, read at every call, and statusChanged() announces its changes:
 
-    Unloaded: the backend holds no resources. Loading: it acquires them. Loaded: it can start.
-    Starting: start() was accepted and no frame has been encoded yet. Started: frames are encoded.
-    Stopping: the run is being ended. Unavailable: there is no backend; every operation then does
-    nothing or returns the neutral value that is named with it.
+    \verbatim
+    Unloaded --> Loading --> Loaded --start()--> Starting --> Started
+                               ^                     |           |
+                               +------ failure ------+-----------+
+                               |                                 |
+                               +------ Stopping <--- stop() -----+
+    \endverbatim
 
-    The encoder is used from the thread that it lives in, in which its signals are emitted too.
+    \b UnloadedStatus: the backend holds no resources. A backend that has them for as long as its
+    service lives starts out in LoadedStatus.
+
+    \b LoadingStatus: the backend acquires its resources.
+
+    \b LoadedStatus: there is no run. start() begins one with the videoSettings() then in force;
+    encode() returns false, and drain(), flush() and stop() have no effect.
+
+    \b StartingStatus: start() has accepted the format and the backend sets up the run.
+
+    \b StartedStatus: the run is on. encode() takes raw frames and encodedVideoFrame() hands out
+    encoded ones; drain() and flush() don't end the run. stop() does, and so does a failure of the
+    backend, which errorChanged() reports.
+
+    \b StoppingStatus: the run is being ended. What has not been handed out is dropped.
+
+    \b UnavailableStatus, not in the picture: there is no encoder service, the service has no encode
+    control, or the backend can't encode on this machine. Without service or control this never
+    changes; every operation then does nothing or returns the neutral value that is named with it.
+*/
+
+/*!
+    \enum QFLEncoder::Status
+
+    What the backend is doing; the description of the class says what leads from one to the other.
+
+    \value UnavailableStatus There is no backend that can encode.
+    \value UnloadedStatus The backend holds no resources.
+    \value LoadingStatus The backend acquires its resources.
+    \value LoadedStatus The backend is ready to start.
+    \value StoppingStatus A run is being ended.
+    \value StartingStatus A run is being set up.
+    \value StartedStatus Raw frames are being encoded.
 */
 
 /*!
     \enum QFLEncoder::Error
+
+    What the backend reported last.
 
     \value NoError No failure has been reported.
     \value ResourceError A codec, a device or memory is missing.
@@ -181,37 +197,54 @@ void QFLEncoderPrivate::_q_error(QFLEncoder::Error code, const QString &descript
 */
 
 /*!
+    \property QFLEncoder::status
+
+    The backend's status, UnavailableStatus without an encode control.
+*/
+
+/*!
+    \property QFLEncoder::error
+
+    The last error that the backend reported, NoError at first; errorString() describes it.
+*/
+
+/*!
     \fn void QFLEncoder::encodedVideoFrame(QFLEncodedVideoFrame frame)
 
-    Emitted once for each encoded \a frame, in order, whether or not there are sinks.
+    Emitted once for each encoded \a frame, in order, whether or not there are sinks. Its timestamp
+    is the start time of its raw frame, in microseconds.
 */
 
 /*!
     \fn void QFLEncoder::statusChanged(QFLEncoder::Status status)
 
-    Emitted when the backend's \a status has changed.
+    Emitted when the backend's \a status has changed. A backend that works in threads of its own may
+    be a step further by then: status() tells.
 */
 
 /*!
     \fn void QFLEncoder::errorChanged(QFLEncoder::Error error)
 
-    Emitted each time the backend reports an \a error, also a repeated one.
+    Emitted each time the backend reports an \a error, also a repeated one; error() and
+    errorString() have been set by then.
 */
 
 /*!
-    Makes an encoder, with the first backend that offers an encoder service.
+    Makes an encoder as a child of \a parent, with the first backend that offers an encoder service.
+    Without one the encoder stays in UnavailableStatus, and no error is reported.
 */
 QFLEncoder::QFLEncoder(QObject *parent)
     : QMediaObject(*new QFLEncoderPrivate, parent,
-                   QFLDefaultService::request(QByteArrayLiteral("facelink.encoder")))
+                   QFLServiceAccess::requestService(QFLServiceAccess::encoderService))
 {
     Q_D(QFLEncoder);
     d->acquireControls();
 }
 
 /*!
-    Removes the sink on record, unbinds and gives the service back. Sinks must have been unlinked
-    before.
+    Has the backend give up the sink that was added last, unbinds the encoder and gives the service
+    back. Sinks must have been unlinked before: they would go on recording the encoder as their
+    source.
 */
 QFLEncoder::~QFLEncoder()
 {
@@ -237,8 +270,9 @@ QMediaObject *QFLEncoder::mediaObject() const
 /*!
     Has the frames of \a object encoded, in place of those of the object bound before; null only
     unbinds. The encoder does not own the object and forgets it when it is destroyed. Returns false,
-    and leaves the encoder unbound, if the object has no service. Called by QMediaObject::bind() and
-    QMediaObject::unbind().
+    and leaves the encoder unbound, if the object has no service; true otherwise, also if the
+    service delivers no frames. Called by QMediaObject::bind() and QMediaObject::unbind(), which
+    applications use.
 */
 bool QFLEncoder::setMediaObject(QMediaObject *object)
 {
@@ -264,8 +298,10 @@ bool QFLEncoder::setMediaObject(QMediaObject *object)
 }
 
 /*!
-    Has the backend deliver the encoded frames to \a sink, which is not owned. Returns false if it
-    does not accept it, or can't deliver to sinks. Called by QFLSink::link().
+    Has the backend deliver the encoded frames to \a sink, which is not owned, beside the sinks that
+    it delivers to already. Returns false if it does not accept it, or can't deliver to sinks.
+    Called by QFLSink::link(), which applications use. What the sink reports of its activity and its
+    errors has no effect on the encoder.
 */
 bool QFLEncoder::addSink(QFLSink *sink)
 {
@@ -279,8 +315,9 @@ bool QFLEncoder::addSink(QFLSink *sink)
 }
 
 /*!
-    Ends the delivery to \a sink. Returns false if it is not the sink that was added last, or if
-    the backend refuses. Called by QFLSink::unlink().
+    Ends the delivery to \a sink: nothing of it is called after this has returned true. Returns
+    false if it is not the sink that was added last, or if the backend refuses. Called by
+    QFLSink::unlink(), which applications use.
 */
 bool QFLEncoder::removeSink(QFLSink *sink)
 {
@@ -296,7 +333,7 @@ bool QFLEncoder::removeSink(QFLSink *sink)
 }
 
 /*!
-    Returns the backend's status, UnavailableStatus without an encode control.
+    Returns the backend's status, asked at each call, UnavailableStatus without an encode control.
 */
 QFLEncoder::Status QFLEncoder::status() const
 {
@@ -305,7 +342,8 @@ QFLEncoder::Status QFLEncoder::status() const
 }
 
 /*!
-    Returns the last error that the backend reported. Nothing clears it.
+    Returns the last error that the backend reported, NoError if there was none. Nothing clears it,
+    neither start() nor success.
 */
 QFLEncoder::Error QFLEncoder::error() const
 {
@@ -314,7 +352,7 @@ QFLEncoder::Error QFLEncoder::error() const
 }
 
 /*!
-    Returns the description of error(), empty if there was none.
+    Returns the backend's description of error(), for the user; empty if there was none.
 */
 QString QFLEncoder::errorString() const
 {
@@ -333,7 +371,8 @@ QStringList QFLEncoder::supportedCodecs(bool hardwareOnly) const
 }
 
 /*!
-    Returns the pixel formats that start() accepts, none without an encode control.
+    Returns the pixel formats that start() accepts, the cheapest first; none without an encode
+    control.
 */
 QList<QVideoFrame::PixelFormat> QFLEncoder::supportedPixelFormats() const
 {
@@ -343,9 +382,9 @@ QList<QVideoFrame::PixelFormat> QFLEncoder::supportedPixelFormats() const
 }
 
 /*!
-    Returns the frame rates, in frames a second, that can be used with \a settings. \a continuous,
-    which may be null, tells whether all rates between them can be, too. Empty and false without a
-    settings control.
+    Returns the frame rates, in frames a second, that can be used with \a settings;
+    default-constructed ones ask for all rates. \a continuous, which may be null, tells whether all
+    rates between them can be used, too. Empty and false without a settings control.
 */
 QList<qreal> QFLEncoder::supportedFrameRates(const QVideoEncoderSettings &settings,
                                              bool *continuous) const
@@ -359,8 +398,9 @@ QList<qreal> QFLEncoder::supportedFrameRates(const QVideoEncoderSettings &settin
 }
 
 /*!
-    Returns the resolutions that can be used with \a settings, as supportedFrameRates() does the
-    rates.
+    Returns the resolutions, in pixels, that can be used with \a settings; default-constructed ones
+    ask for all sizes. \a continuous, which may be null, tells whether all sizes between them can be
+    used, too. Empty and false without a settings control.
 */
 QList<QSize> QFLEncoder::supportedResolutions(const QVideoEncoderSettings &settings,
                                               bool *continuous) const
@@ -374,7 +414,7 @@ QList<QSize> QFLEncoder::supportedResolutions(const QVideoEncoderSettings &setti
 }
 
 /*!
-    Returns the settings in force, default-constructed ones without a settings control.
+    Returns the settings for the next start(), default-constructed ones without a settings control.
 */
 QVideoEncoderSettings QFLEncoder::videoSettings() const
 {
@@ -383,8 +423,11 @@ QVideoEncoderSettings QFLEncoder::videoSettings() const
 }
 
 /*!
-    Sets the codec, the bit rate (bits per second), the frame rate and the size to encode with.
-    Does nothing without a settings control.
+    Sets the codec, by its name or its codec id, the bit rate (bits per second), the frame rate
+    (frames a second), the size (pixels) and the quality to encode with. What \a settings leave
+    unset the backend chooses. They hold from the next start() on; whether a part of them applies to
+    a run that is on is the backend's business (with the backend of this project the bit rate does).
+    Does nothing without a settings control. Settings that can't be used are reported by start().
 */
 void QFLEncoder::setVideoSettings(const QVideoEncoderSettings &settings)
 {
@@ -395,8 +438,10 @@ void QFLEncoder::setVideoSettings(const QVideoEncoderSettings &settings)
 }
 
 /*!
-    Starts to encode raw frames of this \a format. Returns false if encoding doesn't start, or
-    without an encode control; errorChanged() reports why.
+    Starts to encode raw frames of this \a format with the videoSettings() in force; a run that is
+    on ends first. A bound media object does this by itself. Returns false if encoding doesn't
+    start, for which errorChanged() gives the reason, or, without a signal, if there is no encode
+    control.
 */
 bool QFLEncoder::start(const QVideoSurfaceFormat &format)
 {
@@ -406,7 +451,8 @@ bool QFLEncoder::start(const QVideoSurfaceFormat &format)
 
 /*!
     Passes one raw \a frame to the backend; its start time in microseconds becomes the timestamp of
-    the encoded frame. Returns false if the frame is not taken, or without an encode control.
+    the encoded frame. Returns false if the frame is not taken, because there is no run or it can't
+    keep up for instance, or without an encode control; this alone is no error.
 */
 bool QFLEncoder::encode(const QVideoFrame &frame)
 {
@@ -415,7 +461,9 @@ bool QFLEncoder::encode(const QVideoFrame &frame)
 }
 
 /*!
-    Has the backend encode and hand out what it holds.
+    Has the backend encode and hand out what it holds, and drain its sinks. Returns at once. Until
+    that is done encode() takes no frames; then the run goes on with a key frame. Does nothing
+    without an encode control.
 */
 void QFLEncoder::drain()
 {
@@ -426,7 +474,8 @@ void QFLEncoder::drain()
 }
 
 /*!
-    Has the backend drop the raw frames that it holds and encode the next one as a key frame.
+    Has the backend drop the raw frames that it holds and encode the next one as a key frame, which
+    is also how to answer a far end that asks for one. Does nothing without an encode control.
 */
 void QFLEncoder::flush()
 {
@@ -437,7 +486,8 @@ void QFLEncoder::flush()
 }
 
 /*!
-    Ends encoding.
+    Ends the run at once: what has not been handed out is dropped, drain() before it keeps it. Does
+    nothing without an encode control.
 */
 void QFLEncoder::stop()
 {

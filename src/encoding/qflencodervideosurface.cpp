@@ -7,22 +7,25 @@
 
 #include "qflencodecontrol.h"
 #include "qflencoder_p.h"
+#include "qflserviceaccess_p.h"
 
 #include <QtCore/qdebug.h>
-#include <QtMultimedia/qmediaservice.h>
 #include <QtMultimedia/qvideosurfaceformat.h>
 
 /*!
-    \class QFLEncoderVideoSurface
+    \class QFLEncoderVideoSurface qflencodervideosurface.h
     \brief The surface through which a media object feeds its raw frames to an encoder.
 
-    The encoder makes one as its child when it is bound for the first time. A backend starts, feeds
-    and stops it like a display surface, on whatever thread it renders from; each call goes straight
-    to the encoder's encode control on that thread, without conversion, queue or lock.
+    The encoder makes one as its child when it is bound for the first time, and keeps it until it is
+    destroyed. A backend starts, feeds and stops it like a display surface, on whatever thread it
+    renders from; each call goes straight to the encoder's encode control on that thread, without
+    conversion, queue or lock. Errors are reported by QFLEncoder::errorChanged(), not by
+    QAbstractVideoSurface::error().
 */
 
 /*!
-    Makes a surface for \a encoder, its parent, with the service that the encoder has now.
+    Makes a surface for \a encoder, its parent, with the service that the encoder has now. Without
+    encoder, service or encode control it has no pixel formats and refuses everything.
 */
 QFLEncoderVideoSurface::QFLEncoderVideoSurface(QFLEncoder *encoder)
     : QAbstractVideoSurface(encoder), d(new QFLEncoderVideoSurfacePrivate)
@@ -32,12 +35,12 @@ QFLEncoderVideoSurface::QFLEncoderVideoSurface(QFLEncoder *encoder)
 
     // This reference is never released: the encoder's service is gone before its children are.
     d->service = encoder->service();
-    if (d->service) {
-        d->control = qobject_cast<QFLEncodeControl *>(
-                d->service->requestControl(QFLEncodeControl_iid));
-    }
+    d->control = QFLServiceAccess::requestControl<QFLEncodeControl>(d->service);
 }
 
+/*!
+    Leaves the encode control as it is: the encoder gives that back, with its service.
+*/
 QFLEncoderVideoSurface::~QFLEncoderVideoSurface() = default;
 
 /*!
@@ -52,7 +55,8 @@ QList<QVideoFrame::PixelFormat> QFLEncoderVideoSurface::supportedPixelFormats(
 
 /*!
     Starts the encoder with \a format. Returns false, and stays inactive, if it doesn't start; the
-    encoder's QFLEncoder::errorChanged() reports why.
+    encoder's QFLEncoder::errorChanged() reports why. Called by the bound object's backend before
+    the first frame.
 */
 bool QFLEncoderVideoSurface::start(const QVideoSurfaceFormat &format)
 {
@@ -66,7 +70,8 @@ bool QFLEncoderVideoSurface::start(const QVideoSurfaceFormat &format)
 }
 
 /*!
-    Stops the encoder, then the surface.
+    Stops the encoder, then the surface. Called by the bound object's backend after the last frame
+    and when the surface is taken off; stops the encoder even if the surface was not started.
 */
 void QFLEncoderVideoSurface::stop()
 {
@@ -78,7 +83,8 @@ void QFLEncoderVideoSurface::stop()
 }
 
 /*!
-    Passes \a frame to the encoder. Returns false if it is not taken, or without an encode control.
+    Passes \a frame to the encoder, whether the surface is active or not. Returns false if it is not
+    taken, or without an encode control. Called by the bound object's backend once a frame.
 */
 bool QFLEncoderVideoSurface::present(const QVideoFrame &frame)
 {

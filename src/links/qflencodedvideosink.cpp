@@ -6,29 +6,37 @@
 #include "qflencodedvideosink_p.h"
 
 /*!
-    \class QFLEncodedVideoSink
+    \class QFLEncodedVideoSink qflencodedvideosink.h
     \brief The base of the sinks that receive encoded video frames.
 
-    The source calls start() before the first frame of a stream, encodedVideoFrame() once a frame,
-    and stop() at the end of the stream, drain() before it where the stream comes to its end by
-    itself; all on the thread on which the sink was linked.
+    An application derives the receiving end of its transport from this class, and owns it. The
+    source asks isFormatSupported() and calls start() before the first frame of a stream, then
+    encodedVideoFrame() once a frame, and stop() at the end of the stream, drain() before it where
+    the stream comes to its end by itself; all on the thread on which the sink was linked, and
+    without a wait for what the sink does in threads of its own. A sink that fails reports it with
+    setError().
+
+    A QObject class that is such a sink lists it with Q_INTERFACES; the identifier is
+    QFLEncodedVideoSink_iid, "facelink.encodedvideosink/1.0".
 */
 
 /*!
     \fn bool QFLEncodedVideoSink::isFormatSupported(const QVideoEncoderSettings &settings) const
 
-    Returns whether the sink can take a stream with these \a settings.
+    Returns whether the sink can take a stream with these \a settings. Called by the source before
+    start(), and perhaps for streams that never come, so it must leave the sink as it is.
 */
 
 /*!
     \fn bool QFLEncodedVideoSink::encodedVideoFrame(const QFLEncodedVideoFrame &frame)
 
-    Takes one \a frame. A sink that returns false has not taken it, and is offered the next key
-    frame.
+    Takes one \a frame of the stream that start() has announced; the first one is a key frame. The
+    source calls this for each frame, in order. The frame may be kept: its bytes are shared. A sink
+    that returns false has not taken it, and is offered the next key frame.
 */
 
 /*!
-    Makes a sink without stream.
+    Makes a sink that is unlinked, without stream and inactive.
 */
 QFLEncodedVideoSink::QFLEncodedVideoSink() : d_ptr(new QFLEncodedVideoSinkPrivate) { }
 
@@ -37,6 +45,9 @@ QFLEncodedVideoSink::QFLEncodedVideoSink() : d_ptr(new QFLEncodedVideoSinkPrivat
 */
 QFLEncodedVideoSink::QFLEncodedVideoSink(QFLEncodedVideoSinkPrivate &dd) : d_ptr(&dd) { }
 
+/*!
+    Calls nobody: the sink must have been unlinked before.
+*/
 QFLEncodedVideoSink::~QFLEncodedVideoSink() = default;
 
 /*!
@@ -48,8 +59,9 @@ QVideoEncoderSettings QFLEncodedVideoSink::videoEncoderSettings() const
 }
 
 /*!
-    Prepares for a stream with these \a settings: stores them and makes the sink active. Overrides
-    call this once they are ready and return false if they can't take the stream.
+    Prepares for a stream with these \a settings: stores them and makes the sink active, which its
+    source is told. Overrides call this once they are ready, and return false without it if they
+    can't take the stream; the source then delivers nothing.
 */
 bool QFLEncodedVideoSink::start(const QVideoEncoderSettings &settings)
 {
@@ -59,12 +71,14 @@ bool QFLEncodedVideoSink::start(const QVideoEncoderSettings &settings)
 }
 
 /*!
-    Finishes what the sink still holds of the stream. Does nothing here.
+    Finishes what the sink still holds of the stream, after the last frame. The sink stays started:
+    stop() follows, or another key frame. Does nothing here.
 */
 void QFLEncodedVideoSink::drain() { }
 
 /*!
-    Ends the stream: forgets its settings and makes the sink inactive. Overrides call this.
+    Ends the stream: forgets its settings and makes the sink inactive, which its source is told.
+    Overrides call this. It may be called without a stream.
 */
 void QFLEncodedVideoSink::stop()
 {

@@ -8,15 +8,24 @@
 #include "qflsource.h"
 
 /*!
-    \class QFLSink
+    \class QFLSink qflsink.h
     \brief A receiver of encoded media, linked to at most one source.
 
     The sink does not own its source. It must be unlinked before it is destroyed, and before its
-    source is: neither is told of the other's end. A sink and its source are used from one thread.
+    source is: neither is told of the other's end. A sink and its source are used from one thread,
+    and call each other on it at once.
+
+    Activity and error are the sink's own: its implementation sets them, and they stay what they are
+    when the sink is linked to another source.
+
+    A QObject class that is a sink lists QFLSink, or the class derived from it, with Q_INTERFACES;
+    the identifier is QFLSink_iid, "facelink.sink/1.0".
 */
 
 /*!
     \enum QFLSink::Error
+
+    Why a sink doesn't do its work. QFLSource::sinkErrorChanged() tells the source of it.
 
     \value NoError The sink works.
     \value FormatError The sink can't take the stream's format.
@@ -36,6 +45,9 @@ QFLSink::QFLSink() : d_ptr(new QFLSinkPrivate) { }
 */
 QFLSink::QFLSink(QFLSinkPrivate &dd) : d_ptr(&dd) { }
 
+/*!
+    Calls nobody: the sink must have been unlinked before.
+*/
 QFLSink::~QFLSink() = default;
 
 /*!
@@ -82,7 +94,7 @@ void QFLSink::unlink()
 }
 
 /*!
-    Returns whether the sink is receiving a stream.
+    Returns whether the sink is receiving a stream, false at first.
 */
 bool QFLSink::isActive() const
 {
@@ -90,7 +102,8 @@ bool QFLSink::isActive() const
 }
 
 /*!
-    Sets the activity to \a active and tells the source of a change.
+    Sets the activity to \a active. A linked source is told of a change by
+    QFLSource::sinkActiveChanged() before this returns. Called by the sink's implementation.
 */
 void QFLSink::setActive(bool active)
 {
@@ -102,13 +115,18 @@ void QFLSink::setActive(bool active)
         d_ptr->source->sinkActiveChanged(this, active);
 }
 
+/*!
+    Returns the error that was set last, NoError at first. Only setError() clears it.
+*/
 QFLSink::Error QFLSink::error() const
 {
     return d_ptr->error;
 }
 
 /*!
-    Stores \a error and tells the source, also when it is the error already stored.
+    Stores \a error and tells a linked source by QFLSource::sinkErrorChanged(), also when it is the
+    error already stored. Called by the sink's implementation; NoError says that the sink has
+    recovered.
 */
 void QFLSink::setError(Error error)
 {

@@ -4,6 +4,8 @@
 
 #include "qflpluginserviceprovider_p.h"
 
+#include "qflserviceaccess_p.h"
+
 #include <private/qmediapluginloader_p.h>
 
 #include <QtCore/qdebug.h>
@@ -69,14 +71,6 @@ template<typename Interface> QList<Interface *> pluginInterfaces(const QByteArra
     return interfaces;
 }
 
-bool lacksLowLatency(QObject *plugin, const QByteArray &type)
-{
-    auto *features = qobject_cast<QMediaServiceFeaturesInterface *>(plugin);
-    return !features
-            || !features->supportedFeatures(type).testFlag(
-                    QMediaServiceProviderHint::LowLatencyPlayback);
-}
-
 bool hasDevice(QObject *plugin, const QByteArray &type, const QByteArray &device)
 {
     auto *devices = qobject_cast<QMediaServiceSupportedDevicesInterface *>(plugin);
@@ -114,8 +108,9 @@ QMediaServiceProviderPlugin *choose(const Plugins &candidates, const QByteArray 
 {
     if (type != Q_MEDIASERVICE_MEDIAPLAYER)
         return candidates.first();
-    return firstOrDefault(candidates,
-                          [&](QObject *plugin) { return lacksLowLatency(plugin, type); });
+    return firstOrDefault(candidates, [&](QObject *plugin) {
+        return !hasFeatures(plugin, type, QMediaServiceProviderHint::LowLatencyPlayback);
+    });
 }
 
 QMediaServiceProviderPlugin *chooseByContent(const Plugins &candidates, const QString &mimeType,
@@ -224,7 +219,8 @@ QMediaServiceCameraInfoInterface *cameraInfoFor(const QByteArray &device)
 
 QFLMediaServiceCodecInfoInterface *codecInfo()
 {
-    return pluginInterfaces<QFLMediaServiceCodecInfoInterface>("facelink.encoder").value(0);
+    return pluginInterfaces<QFLMediaServiceCodecInfoInterface>(QFLServiceAccess::encoderService)
+            .value(0);
 }
 
 } // namespace
