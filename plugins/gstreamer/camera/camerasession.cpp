@@ -43,11 +43,16 @@ bool CameraSession::open(const QByteArray &deviceName)
     if (failure)
         return fail(failure);
     m_source = std::move(source);
-    return preparePipeline();
+    const bool isReady = preparePipeline();
+    // Whoever was told of a failure may have closed the camera.
+    if (m_source)
+        m_device.open(m_source->createControls());
+    return isReady && m_source;
 }
 
 void CameraSession::close()
 {
+    m_device.close();
     stop();
     m_pipeline.reset();
     m_isPipelineCurrent = false;
@@ -72,6 +77,9 @@ void CameraSession::stop()
 {
     if (!m_pipeline.isEmpty())
         m_pipeline.setState(GST_STATE_READY);
+    // A decoder that finds its parts by itself links them only once.
+    if (m_source && m_source->isRepeating())
+        m_isPipelineCurrent = false;
     m_frames.clear();
     m_hasFrame = false;
     m_format = QVideoSurfaceFormat();
@@ -105,6 +113,23 @@ void CameraSession::setSettings(const QCameraViewfinderSettings &settings)
         return;
     m_settings = settings;
     m_isPipelineCurrent = false;
+}
+
+qreal CameraSession::digitalZoom() const
+{
+    return m_frames.magnification();
+}
+
+/*! Takes effect with the next frame, and stays for the pipelines to come. */
+void CameraSession::setDigitalZoom(qreal factor)
+{
+    m_frames.setMagnification(factor);
+}
+
+/*! Has the settings of the device while that is open; never null. */
+OpenDevice *CameraSession::device()
+{
+    return &m_device;
 }
 
 /*! Where the controls put the surfaces. */
@@ -167,12 +192,12 @@ void CameraSession::handleEndOfStream()
         handlePipelineError(Pipeline::ResourceError, tr("no more pictures come"));
 }
 
-/*! Some containers can't seek, so the pipeline is restarted for those, which takes longer. */
+/*! Some containers can't seek, so there is a new pipeline for those, which takes longer. */
 void CameraSession::rewind()
 {
     const GstElementPointer sink = m_pipeline.element("frames");
     if (gst_element_seek_simple(sink.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH, 0))
         return;
-    if (m_pipeline.setState(GST_STATE_READY))
-        m_pipeline.setState(GST_STATE_PLAYING);
+    m_isPipelineCurrent = false;
+    start();
 }

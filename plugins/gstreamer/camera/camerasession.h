@@ -7,6 +7,7 @@
 
 #include "camerasource.h"
 #include "framequeue.h"
+#include "opendevice.h"
 #include "pipeline.h"
 #include "surfacefeeder.h"
 
@@ -29,6 +30,10 @@ public:
     QCameraViewfinderSettings settings() const;
     void setSettings(const QCameraViewfinderSettings &settings);
 
+    qreal digitalZoom() const;
+    void setDigitalZoom(qreal factor);
+
+    OpenDevice *device();
     SurfaceFeeder *surfaces();
 
 Q_SIGNALS:
@@ -50,6 +55,7 @@ private:
     bool m_isPipelineCurrent = false;
     bool m_hasFrame = false;
 
+    OpenDevice m_device;
     SurfaceFeeder m_surfaces;
     FrameQueue m_frames;
     // Destroyed first: its threads use the queue.

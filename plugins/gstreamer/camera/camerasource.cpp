@@ -46,6 +46,12 @@ std::unique_ptr<CameraSource> CameraSource::create(const QByteArray &deviceName)
     return std::make_unique<TestCameraSource>();
 }
 
+/*! The settings of the camera itself, null if there are none. Called once it is open. */
+std::unique_ptr<DeviceControls> CameraSource::createControls() const
+{
+    return nullptr;
+}
+
 /*! Whether the pictures begin again after the last one; else the end of the stream is a failure. */
 bool CameraSource::isRepeating() const
 {

@@ -6,6 +6,7 @@
 #define CAMERASOURCE_H
 
 #include "camerafailure.h"
+#include "devicecontrols.h"
 #include "gstpointers.h"
 
 #include <QtCore/qlist.h>
@@ -23,6 +24,7 @@ public:
     virtual QList<QCameraViewfinderSettings> supportedSettings() const = 0;
     virtual QCameraViewfinderSettings defaultSettings() const = 0;
 
+    virtual std::unique_ptr<DeviceControls> createControls() const;
     virtual GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
                                              CameraFailure *failure) const = 0;
     virtual bool isRepeating() const;

@@ -39,6 +39,17 @@ void FrameQueue::clear()
     ++m_run;
 }
 
+qreal FrameQueue::magnification() const
+{
+    return m_magnifier.factor();
+}
+
+/*! Shows the middle of the frames that arrive from now on \a factor times as large, at least 1. */
+void FrameQueue::setMagnification(qreal factor)
+{
+    m_magnifier.setFactor(factor);
+}
+
 /*! Runs on the streaming thread. */
 GstFlowReturn FrameQueue::takeSample(GstAppSink *sink, gpointer self)
 {
@@ -49,8 +60,9 @@ GstFlowReturn FrameQueue::takeSample(GstAppSink *sink, gpointer self)
 
     auto *queue = static_cast<FrameQueue *>(self);
     queue->readCaps(gst_sample_get_caps(sample.get()));
-    const QVideoFrame frame
-            = VideoFrame::fromGst(gst_sample_get_buffer(sample.get()), queue->m_info, captureTime);
+    const GstBufferPointer buffer
+            = queue->m_magnifier.magnify(gst_sample_get_buffer(sample.get()), queue->m_info);
+    const QVideoFrame frame = VideoFrame::fromGst(buffer.get(), queue->m_info, captureTime);
     if (!frame.isValid())
         return GST_FLOW_NOT_NEGOTIATED;
     queue->append({frame, queue->m_format});

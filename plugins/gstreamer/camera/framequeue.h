@@ -5,6 +5,7 @@
 #ifndef FRAMEQUEUE_H
 #define FRAMEQUEUE_H
 
+#include "framemagnifier.h"
 #include "gstpointers.h"
 
 #include <QtCore/qlist.h>
@@ -26,6 +27,9 @@ public:
     void connectTo(GstAppSink *sink);
     void clear();
 
+    qreal magnification() const;
+    void setMagnification(qreal factor);
+
 Q_SIGNALS:
     void frameCaptured(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
 
@@ -45,6 +49,7 @@ private:
     GstCapsPointer m_caps;
     GstVideoInfo m_info;
     QVideoSurfaceFormat m_format;
+    FrameMagnifier m_magnifier;
 
     QMutex m_mutex;
     QList<Entry> m_entries;

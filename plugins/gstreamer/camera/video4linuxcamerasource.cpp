@@ -5,6 +5,7 @@
 #include "video4linuxcamerasource.h"
 
 #include "capturesettings.h"
+#include "video4linuxcontrols.h"
 
 namespace {
 
@@ -76,6 +77,11 @@ QCameraViewfinderSettings Video4LinuxCameraSource::defaultSettings() const
     const CameraMode mode = CameraModes::best(m_modes, usualSize, usualFrameRate);
     const qreal rate = qMin(mode.maximumFrameRate, usualFrameRate);
     return CaptureSettings::make(mode.size, rate, rate, QVideoFrame::Format_Invalid);
+}
+
+std::unique_ptr<DeviceControls> Video4LinuxCameraSource::createControls() const
+{
+    return std::make_unique<Video4LinuxControls>(m_path);
 }
 
 GstElementPointer Video4LinuxCameraSource::createPipeline(const QCameraViewfinderSettings &settings,

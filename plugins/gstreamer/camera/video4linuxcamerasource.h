@@ -22,6 +22,7 @@ public:
     QList<QCameraViewfinderSettings> supportedSettings() const override;
     QCameraViewfinderSettings defaultSettings() const override;
 
+    std::unique_ptr<DeviceControls> createControls() const override;
     GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
                                      CameraFailure *failure) const override;
 

@@ -5,13 +5,20 @@
 #include "cameradevices.h"
 #include "cameramodes.h"
 #include "cameraservice.h"
+#include "camerasession.h"
+#include "exposurecontrol.h"
+#include "flashcontrol.h"
+#include "focuscontrol.h"
 #include "qflrawvideosourcecontrol.h"
 #include "testmedia.h"
+#include "zoomcontrol.h"
 
 #include <QtMultimedia/qcameracontrol.h>
 #include <QtMultimedia/qcameraviewfindersettingscontrol.h>
 #include <QtMultimedia/qvideodeviceselectorcontrol.h>
 #include <QtMultimedia/qvideosurfaceformat.h>
+
+#include <linux/v4l2-controls.h>
 
 namespace {
 
@@ -66,6 +73,23 @@ bool showsBars(const QVideoFrame &frame)
     const QPoint end = isTurned ? QPoint(60, 152) : QPoint(frame.width() - 8, 8);
     return luma(frame, isTurned ? 60 : 8, 8) > 150 && luma(frame, end.x(), end.y()) < 60;
 }
+
+// A device that has all settings, at 0 first.
+struct FakeControls : DeviceControls
+{
+    std::optional<Range> range(quint32 id) const override
+    {
+        static const QMap<quint32, Range> ranges {
+                {V4L2_CID_EXPOSURE_ABSOLUTE, {3, 5000, 250, {}}},
+                {V4L2_CID_ZOOM_ABSOLUTE, {100, 500, 100, {}}},
+                {V4L2_CID_AUTO_EXPOSURE_BIAS, {0, 1, 0, {{0, -1000}, {1, 2000}}}},
+                {V4L2_CID_ISO_SENSITIVITY, {0, 1, 0, {{0, 100000}, {1, 400000}}}}};
+        return ranges.value(id, {0, 3, 2, {{0, 0}, {1, 1}, {2, 2}, {3, 3}}});
+    }
+    std::optional<int> value(quint32 id) const override { return values.value(id); }
+    bool setValue(quint32 id, int value) override { return values.insert(id, value), true; }
+    QMap<quint32, int> values;
+};
 
 } // namespace
 
@@ -213,6 +237,72 @@ private Q_SLOTS:
         lasting.onPresent = [&] { camera.control->setState(QCamera::LoadedState); };
         QTRY_VERIFY(!lasting.isActive());
         QCOMPARE(lasting.startsAndStops(), QPoint(1, 1));
+    }
+
+    void zooms()
+    {
+        Camera camera(url("a clip.webm"));
+        RecordingSurface surface;
+        camera.source->setSurface(&surface);
+        auto *zoom = camera.service.requestControl<QCameraZoomControl *>();
+        const auto frame = [&](qreal factor) {
+            zoom->zoomTo(1, factor);
+            camera.control->setState(QCamera::ActiveState);
+            // Two frames may wait and one may be on its way when the factor changes.
+            const int last = surface.frames.size() + 3;
+            const bool hasCome = QTest::qWaitFor([&] { return surface.frames.size() > last; });
+            return hasCome ? surface.frames.at(last) : QVideoFrame();
+        };
+        for (int starts = 1; starts <= 2; ++starts) {
+            const QVideoFrame half = frame(2);
+            const QVideoFrame whole = frame(0);
+            for (int x : {20, 80, 120})
+                QVERIFY(qAbs(luma(half, x, 40) - luma(whole, 40 + x / 2, 50)) < 8);
+            QCOMPARE(QPoint(surface.starts, half.width()), QPoint(starts, 160));
+            camera.control->setState(QCamera::LoadedState);
+        }
+    }
+
+    void setsDevice()
+    {
+        using C = QCameraExposureControl;
+        using Row = std::tuple<C::ExposureParameter, QVariantList, QVariantList, quint32, QPoint>;
+        for (const auto &[parameter, range, values, id, manualAndAutomatic] :
+             {Row {C::ShutterSpeed, {3e-4, 0.5}, {0.02, 0.02}, V4L2_CID_EXPOSURE_AUTO, {2, 0}},
+              Row {C::ISO, {100, 400}, {300, 400}, V4L2_CID_ISO_SENSITIVITY_AUTO, {0, 1}},
+              Row {C::ExposureCompensation, {-1, 2}, {1, 2}, V4L2_CID_AUTO_EXPOSURE_BIAS, {1, 0}},
+              Row {C::MeteringMode, {1, 2, 3}, {1, 1}, V4L2_CID_EXPOSURE_METERING, {3, 2}},
+              Row {C::ExposureMode, {0, 1, 4, 8, 7, 19}, {19, 19}, V4L2_CID_SCENE_MODE, {3, 0}}}) {
+            OpenDevice device;
+            ExposureControl control(&device);
+            QVERIFY(!control.setValue(parameter, values.first()));
+            device.open(std::make_unique<FakeControls>());
+            bool isContinuous = false;
+            QCOMPARE(control.supportedParameterRange(parameter, &isContinuous), range);
+            QCOMPARE(isContinuous, parameter == C::ShutterSpeed);
+            QSignalSpy changes(&control, &C::actualValueChanged);
+            QVERIFY(control.setValue(parameter, values.first()) && changes.contains({parameter}));
+            QCOMPARE(device.value(id).value(), manualAndAutomatic.x());
+            QVERIFY(!control.setValue(parameter, 6000) && !control.setValue(parameter, QPoint()));
+            QCOMPARE(control.requestedValue(parameter), values.first());
+            QCOMPARE(control.actualValue(parameter), values.last());
+            QVERIFY(control.setValue(parameter, QVariant()));
+            QCOMPARE(device.value(id).value(), manualAndAutomatic.y());
+        }
+        CameraSession session;
+        FocusControl focus(session.device());
+        FlashControl flash(session.device());
+        ZoomControl zoom(&session);
+        session.device()->open(std::make_unique<FakeControls>());
+        zoom.zoomTo(9, 9);
+        zoom.zoomTo(qQNaN(), qQNaN());
+        QCOMPARE(QPointF(zoom.currentOpticalZoom(), zoom.currentDigitalZoom()), QPointF(5, 4));
+        focus.setFocusMode(QCameraFocus::ContinuousFocus);
+        QCOMPARE(focus.focusMode(), QCameraFocus::ContinuousFocus);
+        flash.setFlashMode(QCameraExposure::FlashVideoLight);
+        QCOMPARE(flash.flashMode(), QCameraExposure::FlashVideoLight);
+        session.close();
+        QVERIFY(!flash.isFlashModeSupported(QCameraExposure::FlashVideoLight));
     }
 
     void reportsErrors_data()

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The settings that the driver of a camera offers.
+
+#ifndef DEVICECONTROLS_H
+#define DEVICECONTROLS_H
+
+#include <QtCore/qglobal.h>
+#include <QtCore/qmap.h>
+
+#include <optional>
+
+class DeviceControls
+{
+public:
+    struct Range
+    {
+        int minimum = 0;
+        int maximum = 0;
+        int initial = 0;
+        QMap<int, qint64> menu;
+    };
+
+    virtual ~DeviceControls();
+
+    virtual std::optional<Range> range(quint32 id) const = 0;
+    virtual std::optional<int> value(quint32 id) const = 0;
+    virtual bool setValue(quint32 id, int value) = 0;
+
+protected:
+    DeviceControls();
+
+private:
+    Q_DISABLE_COPY(DeviceControls)
+};
+
+#endif

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The device that a camera has open, with its settings.
+
+#include "opendevice.h"
+
+/*!
+    Lasts as long as the camera service, while devices come and go. Without an open device, or with
+    one that has no settings, every range and value is none and every setting is refused.
+
+    aboutToClose() is emitted while the settings can still be changed, changed() when there are
+    others, or none.
+*/
+OpenDevice::OpenDevice(QObject *parent) : QObject(parent) { }
+
+OpenDevice::~OpenDevice() = default;
+
+/*! \a controls are those of the device, null when it has none. */
+void OpenDevice::open(std::unique_ptr<DeviceControls> controls)
+{
+    close();
+    if (!controls)
+        return;
+    m_controls = std::move(controls);
+    Q_EMIT changed();
+}
+
+void OpenDevice::close()
+{
+    if (!m_controls)
+        return;
+    Q_EMIT aboutToClose();
+    m_controls.reset();
+    Q_EMIT changed();
+}
+
+std::optional<DeviceControls::Range> OpenDevice::range(quint32 id) const
+{
+    return m_controls ? m_controls->range(id) : std::nullopt;
+}
+
+std::optional<int> OpenDevice::value(quint32 id) const
+{
+    return m_controls ? m_controls->value(id) : std::nullopt;
+}
+
+bool OpenDevice::setValue(quint32 id, int value)
+{
+    return m_controls && m_controls->setValue(id, value);
+}

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The device that a camera has open, with its settings.
+
+#ifndef OPENDEVICE_H
+#define OPENDEVICE_H
+
+#include "devicecontrols.h"
+
+#include <QtCore/qobject.h>
+
+#include <memory>
+
+class OpenDevice : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit OpenDevice(QObject *parent = nullptr);
+    ~OpenDevice() override;
+
+    void open(std::unique_ptr<DeviceControls> controls);
+    void close();
+
+    std::optional<DeviceControls::Range> range(quint32 id) const;
+    std::optional<int> value(quint32 id) const;
+    bool setValue(quint32 id, int value);
+
+Q_SIGNALS:
+    void aboutToClose();
+    void changed();
+
+private:
+    std::unique_ptr<DeviceControls> m_controls;
+};
+
+#endif
