@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: LGPL-3.0-or-later
 // Tests of the provider that chooses among the plugins, and of the codec descriptions.
 
+#include "fakebackend.h"
 #include "fakeplugin.h"
 
 #include <qflcodecinfo.h>
-
-#include <private/qmediaserviceprovider_p.h>
 
 #include <QtCore/qplugin.h>
 #include <QtTest/QtTest>
@@ -15,6 +14,7 @@ Q_IMPORT_PLUGIN(FirstPlugin)
 Q_IMPORT_PLUGIN(PlainPlugin)
 Q_IMPORT_PLUGIN(SecondPlugin)
 Q_IMPORT_PLUGIN(ThirdPlugin)
+Q_IMPORT_PLUGIN(DecodingPlugin)
 
 using Hint = QMediaServiceProviderHint;
 
@@ -94,6 +94,14 @@ static const Choice choices[] = {
         {"position nobody has", camera, front, {"second", "third"}, facts, "first"},
 };
 
+static QByteArrayList idsOf(const QList<QFLCodecInfo> &codecs)
+{
+    QByteArrayList ids;
+    for (const QFLCodecInfo &info : codecs)
+        ids += info.codecId();
+    return ids;
+}
+
 class tst_QFLPluginServiceProvider : public QObject
 {
     Q_OBJECT
@@ -134,36 +142,26 @@ private slots:
         plugin("second").support = QMultimedia::PreferredService;
         plugin("third").support = QMultimedia::PreferredService;
         const FakeLog log;
-        const Hint hint(QStringLiteral("video/x"), {});
-        provider()->releaseService(provider()->requestService("test.all", hint));
+        provider()->releaseService(provider()->requestService(any, mime));
         COMPARE_LOG("first hasSupport, second hasSupport, second create test.all, second release");
 
         for (const QByteArray &name : all)
             plugin(name).support = QMultimedia::NotSupported;
-        QCOMPARE(provider()->requestService("test.all", hint), nullptr);
+        QCOMPARE(provider()->requestService(any, mime), nullptr);
         QVERIFY(FakeLog::take().endsWith(warning + "\"test.all\""));
         offer({"second"}, {});
-        FakeLog::take();
-        provider()->releaseService(provider()->requestService("test.all", hint));
+        provider()->releaseService(provider()->requestService(any, mime));
         QVERIFY(FakeLog::take().endsWith("second create test.all, second release"));
     }
 
-    void noService()
+    // The loader gets the key up to its first zero byte, the record the caller's bytes.
+    void keys()
     {
         const FakeLog log;
         for (const QByteArray key : {"test.nobody", "test.plain"}) {
             QCOMPARE(provider()->requestService(key, Hint()), nullptr);
             COMPARE_LOG(warning + '"' + key + '"');
         }
-        plugin("first").creates = false;
-        QCOMPARE(provider()->requestService("test.all", Hint()), nullptr);
-        COMPARE_LOG("first create test.all");
-    }
-
-    // The loader gets the key up to its first zero byte, the record the caller's bytes.
-    void keysAreBytes()
-    {
-        const FakeLog log;
         QMediaService *service = provider()->requestService(QByteArray("test.all\0x", 10), Hint());
         QVERIFY(service);
         COMPARE_LOG("first create test.all");
@@ -171,6 +169,11 @@ private slots:
         provider()->supportedFeatures(service);
         COMPARE_LOG(QByteArray("first supportedFeatures test.all\0x", 34));
         provider()->releaseService(service);
+        offer({"first"}, {});
+        plugin("first").creates = false;
+        FakeLog::take();
+        QCOMPARE(provider()->requestService(any, Hint()), nullptr);
+        COMPARE_LOG("first create test.all");
     }
 
     // The service is forgotten before its plugin takes it back.
@@ -305,19 +308,50 @@ private slots:
         offer({"second", "third"}, {codecInfo});
         const QFLCodecInfo info("hwenc");
         QCOMPARE(info.codecId(), QByteArray("hwenc"));
-        QCOMPARE(info.codec(), QStringLiteral("second"));
+        QCOMPARE(info.codec(), QStringLiteral("second hwenc"));
         QVERIFY(info.isEncoder() && info.isHardwareAccelerated());
         QCOMPARE(info.maxInstances(), 5);
         QVERIFY(info == bare && !(info != bare));
         QVERIFY(info != QFLCodecInfo("hwdec"));
+
+        // A provider of another kind describes them only if its meta-cast says so.
+        const FakeFor<FakeBackend> foreign("foreign");
+        const QFLCodecInfo null("x");
+        QVERIFY(null.isNull() && null.codecId().isEmpty() && null == QFLCodecInfo("y"));
+        offer({"foreign"}, {codecInfo});
+        QCOMPARE(QFLCodecInfo("x").codec(), QStringLiteral("foreign x"));
+    }
+
+    // Ids come from the service's own plugins, their descriptions from those of the encoder key.
+    void codecLists()
+    {
+        using I = QFLCodecInfo;
+        offer({"decoding"}, {devices, codecInfo});
+        plugin("decoding").devices = {"hwdec"};
+        QCOMPARE(idsOf(I::availableDecoders()), QByteArrayList({"hwdec"}));
+        QCOMPARE(I::availableDecoders().first().maxInstances(), 0);
+        QVERIFY(I::availableDecoders(QString(), true).isEmpty());
+        QVERIFY(I::availableEncoders().isEmpty());
+
+        offer({"first"}, {devices, codecInfo});
+        plugin("first").devices = {"hwenc", "enc", "hwenc"};
+        QCOMPARE(idsOf(I::availableEncoders()), QByteArrayList({"hwenc", "enc", "hwenc"}));
+        QCOMPARE(idsOf(I::availableDecoders()).last(), QByteArray("hwdec"));
+        QCOMPARE(idsOf(I::availableEncoders(QString(), true)), QByteArrayList({"hwenc", "hwenc"}));
+        QCOMPARE(idsOf(I::availableDecoders(QStringLiteral("first enc"))), QByteArrayList({"enc"}));
+        QVERIFY(I::availableEncoders(QStringLiteral("first enc"), true).isEmpty());
+        QVERIFY(I::availableEncoders(QStringLiteral("First enc")).isEmpty());
     }
 };
 
-/*! Only the static plugins of this program count. */
+/*! Only the static plugins of this program count; one of them fails to load. */
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setLibraryPaths({});
+    QStaticPlugin broken = qt_static_plugin_FirstPlugin();
+    broken.instance = []() -> QObject * { return nullptr; };
+    qRegisterStaticPluginFunction(broken);
     tst_QFLPluginServiceProvider test;
     return QTest::qExec(&test, argc, argv);
 }
