@@ -17,18 +17,15 @@ using CameraMaker = std::function<QFLCamera *(QObject *parent)>;
 Q_DECLARE_METATYPE(CameraMaker)
 Q_DECLARE_METATYPE(QMediaServiceProviderHint)
 
-struct Capturing
+struct Capturing : FakeWorld
 {
-    FakeBackend backend;
-    FakeService service {"c"};
     FakeCameraControl *control = service.add<FakeCameraControl>(QCameraControl_iid);
     FakeLocks *locks = service.add<FakeLocks>(QCameraLocksControl_iid);
     FakeSelector *selector = service.add<FakeSelector>(QVideoDeviceSelectorControl_iid);
     FakeRenderer *renderer = service.add<FakeRenderer>(QVideoRendererControl_iid);
 
-    Capturing()
+    Capturing() : FakeWorld("facelink.camera", "c")
     {
-        backend.services["facelink.camera"] = &service;
         service.add<FakeCameraInfoControl>(QCameraInfoControl_iid);
         service.add<FakeViewfinderSettings>(QCameraViewfinderSettingsControl2_iid);
     }
@@ -67,16 +64,17 @@ private slots:
         QTest::addColumn<Hint>("hint");
         QTest::addColumn<int>("selected");
         FakeBackend backend;
-        backend.deviceNames = {"back", "gone"};
+        backend.deviceNames = {"back", "gone", "front"};
         const auto row = [](const char *name, const auto &argument, const auto &hint, int index) {
             const CameraMaker make
                     = [=](QObject *parent) { return new QFLCamera(argument, parent); };
             QTest::newRow(name) << make << Hint(hint) << index;
         };
-        const QByteArray back = "back", cut("back\0x", 6), gone = "gone", null;
+        const QByteArray back = "back", front = "front", cut("back\0x", 6), gone = "gone", null;
         const CameraMaker makeDefault = [](QObject *parent) { return new QFLCamera(parent); };
         QTest::newRow("default") << makeDefault << Hint() << 2;
         row("name", back, back, 1);
+        row("first name", front, front, 0);
         row("name up to a zero byte", cut, cut, 1);
         row("unknown name", gone, gone, -1);
         row("null name", null, null, -1);
@@ -98,7 +96,7 @@ private slots:
             late = parent.findChild<QFLCameraExposure *>() && parent.findChild<QFLCameraFocus *>();
         };
         const QFLCamera *camera = make(&parent);
-        QTEST(world.backend.lastHint, "hint");
+        QTEST(world.lastHint, "hint");
         QTEST(world.selector->selected, "selected");
         QVERIFY(late);
         QCOMPARE(camera->exposure(), parent.findChild<QFLCameraExposure *>());
@@ -107,16 +105,20 @@ private slots:
         QCOMPARE(camera->error(), QCamera::NoError);
     }
 
-    void requests()
+    void withoutControls()
     {
         Capturing world;
-        const QByteArray log = "p+facelink.camera, c+camera, c+cameralocks, c+videodeviceselector, "
-                               "c+camerainfo, c+cameraviewfindersettings2";
-        const QFLCamera camera;
-        COMPARE_LOG(log + ", c.videodeviceselector select 2");
-        world.service.controls.remove(QCameraViewfinderSettingsControl2_iid);
-        const QFLCamera older;
-        COMPARE_LOG(log + ", c+cameraviewfindersettings, c.videodeviceselector select 2");
+        world.service.controls.clear();
+        QFLCamera camera(QCamera::FrontFace);
+        FakeLog::take();
+        QCOMPARE(camera.error(), QCamera::NoError);
+        QCOMPARE(camera.availability(), QMultimedia::ServiceMissing);
+        camera.searchAndLock(QCamera::LockFocus);
+        QCOMPARE(camera.requestedLocks(), QCamera::LockTypes());
+        QCOMPARE(camera.lockStatus(), QCamera::Unlocked);
+        camera.start();
+        QCOMPARE(camera.error(), QCamera::ServiceMissingError);
+        COMPARE_LOG("");
     }
 
     void withoutService()
@@ -159,14 +161,8 @@ private slots:
                     "c.camera setState 1, state 1, c.camera setState 1, c.camera setState 0, "
                     "state 0");
         world.control->currentStatus = QCamera::StartingStatus;
-        emit world.control->statusChanged(QCamera::StartingStatus);
-        COMPARE_LOG("status 6");
         QCOMPARE(world.camera.status(), QCamera::StartingStatus);
-    }
 
-    void errorsAndAvailability()
-    {
-        LoggedCapturing world;
         QCOMPARE(world.camera.availability(), QMultimedia::Available);
         for (int i = 0; i < 2; ++i)
             emit world.control->error(QCamera::CameraError, QStringLiteral("lens cap"));
@@ -174,7 +170,7 @@ private slots:
         QCOMPARE(world.camera.errorString(), QStringLiteral("lens cap"));
         QCOMPARE(world.camera.availability(), QMultimedia::ResourceError);
         world.camera.start();
-        COMPARE_LOG("error 1, error 1, c.camera setState 2, state 2");
+        COMPARE_LOG("c.camera status, error 1, error 1, c.camera setState 2, state 2");
         QCOMPARE(world.camera.error(), QCamera::NoError);
         QCOMPARE(world.camera.errorString(), QString());
         QCOMPARE(world.camera.availability(), QMultimedia::Available);
@@ -229,14 +225,16 @@ private slots:
     {
         LoggedCapturing world;
         world.control->accepts = false;
-        world.camera.start();
-        world.camera.setCaptureMode(QCamera::CaptureVideo);
-        QCOMPARE(world.camera.state(), QCamera::ActiveState);
-        FakeLog::take();
-        world.camera.stop();
-        QCOMPARE(world.camera.state(), QCamera::LoadedState);
-        QCoreApplication::processEvents();
-        COMPARE_LOG("c.camera setState 1, state 1");
+        for (auto request : {&QFLCamera::stop, &QFLCamera::unload}) {
+            world.camera.start();
+            world.camera.setCaptureMode(world.camera.captureMode() ^ QCamera::CaptureVideo);
+            QCOMPARE(world.camera.state(), QCamera::ActiveState);
+            (world.camera.*request)();
+            FakeLog::take();
+            QCoreApplication::processEvents();
+            COMPARE_LOG("");
+            QCOMPARE(world.camera.state(), world.control->currentState);
+        }
     }
 
     void lockReports()
@@ -283,30 +281,32 @@ private slots:
         COMPARE_LOG("c.cameralocks lock 4, one 4 1 0, one 4 2 1");
         world.camera.unlock(QCamera::LockFocus | QCamera::LockWhiteBalance);
         COMPARE_LOG("c.cameralocks unlock 4, all 0 1");
-    }
-
-    void viewfinder()
-    {
-        LoggedCapturing world;
-        FakeSurface first, second;
-        world.camera.setViewfinder(nullptr);
-        COMPARE_LOG("");
-        world.camera.setViewfinder(&first);
-        QCOMPARE(world.renderer->current.data(), &first);
-        world.camera.setViewfinder(&second);
-        QCOMPARE(world.renderer->current.data(), &second);
-        COMPARE_LOG("c+videorenderer, c.videorenderer surface, c.videorenderer surface");
-        world.camera.setViewfinder(nullptr);
-        COMPARE_LOG("c.videorenderer no surface, c.videorenderer no surface, c-videorenderer");
+        world.locks->supported |= QCamera::LockWhiteBalance;
+        world.locks->report(2, 1, 0);
+        world.camera.searchAndLock();
+        QCOMPARE(world.camera.requestedLocks(), world.locks->supported);
+        QCOMPARE(world.camera.lockStatus(), QCamera::Searching);
     }
 
     // The service goes back to the provider that it came from.
-    void destruction()
+    void lifetime()
     {
         Capturing world;
         FakeSurface surface;
+        const QByteArray log = "p+facelink.camera, c+camera, c+cameralocks, c+videodeviceselector, "
+                               "c+camerainfo, c+cameraviewfindersettings2";
+        const QByteArray others = ", c+cameraexposure, c+cameraflash, c+camerafocus, "
+                                  "c+camerazoom, c.videodeviceselector select 2";
+        auto *settings = world.service.controls.take(QCameraViewfinderSettingsControl2_iid);
+        const QFLCamera older;
+        COMPARE_LOG(log + ", c+cameraviewfindersettings" + others);
+        world.service.controls[QCameraViewfinderSettingsControl2_iid] = settings;
         auto *camera = new QFLCamera;
+        COMPARE_LOG(log + others);
+
         camera->setViewfinder(&surface);
+        COMPARE_LOG("c+videorenderer, c.videorenderer surface");
+        QCOMPARE(world.renderer->current.data(), &surface);
         connect(camera->exposure(), &QObject::destroyed, [] { FakeLog::add("no exposure"); });
         connect(camera->focus(), &QObject::destroyed, [] { FakeLog::add("no focus"); });
         const FakeBackend other("other");

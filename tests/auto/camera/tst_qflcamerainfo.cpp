@@ -11,17 +11,15 @@
 #include <QtCore/qdebug.h>
 #include <QtTest/QtTest>
 
-struct Devices
+struct Devices : FakeBackend
 {
-    FakeBackend backend;
-
     Devices()
     {
-        backend.deviceNames = {"dev1", "", "b\xe9", "dev1"};
-        backend.deviceMap["dev1"] = {"One", QCamera::FrontFace, 270};
-        backend.deviceMap[""] = {"Nameless", QCamera::BackFace, 90};
-        backend.deviceMap["unlisted"] = {"Hidden", QCamera::FrontFace, 0};
-        backend.defaultDeviceName = "dev1";
+        deviceNames = {"dev1", "", "b\xe9", "dev1"};
+        deviceMap["dev1"] = {"One", QCamera::FrontFace, 270};
+        deviceMap[""] = {"Nameless", QCamera::BackFace, 90};
+        deviceMap["unlisted"] = {"Hidden", QCamera::FrontFace, 0};
+        defaultDeviceName = "dev1";
     }
 };
 
@@ -74,9 +72,9 @@ private slots:
         QCOMPARE(namesOf(QFLCameraInfo::availableCameras(QCamera::FrontFace)),
                  QStringLiteral("dev1;dev1;"));
         QCOMPARE(QFLCameraInfo::defaultCamera().deviceName(), QStringLiteral("dev1"));
-        world.backend.defaultDeviceName = "unlisted";
+        world.defaultDeviceName = "unlisted";
         QVERIFY(QFLCameraInfo::defaultCamera().isNull());
-        world.backend.defaultDeviceName = QByteArray();
+        world.defaultDeviceName = QByteArray();
         QVERIFY(QFLCameraInfo::defaultCamera().isNull());
     }
 
@@ -88,28 +86,26 @@ private slots:
         QVERIFY(copy == QFLCameraInfo() && copy != info);
         copy = info;
         QVERIFY(copy == info && !(copy != info) && QFLCameraInfo("dev1") == info);
-        world.backend.deviceMap["dev1"].orientation = 0;
+        world.deviceMap["dev1"].orientation = 0;
         QVERIFY(QFLCameraInfo("dev1") != info);
         QCOMPARE(copy.orientation(), 270);
     }
 
     void fromCamera()
     {
-        FakeBackend backend;
-        FakeService service("c");
-        backend.services["facelink.camera"] = &service;
-        auto *selector = service.add<FakeSelector>(QVideoDeviceSelectorControl_iid);
-        service.add<FakeCameraInfoControl>(QCameraInfoControl_iid);
+        FakeWorld world("facelink.camera", "c");
+        auto *selector = world.service.add<FakeSelector>(QVideoDeviceSelectorControl_iid);
+        world.service.add<FakeCameraInfoControl>(QCameraInfoControl_iid);
         {
-            const QFLCamera camera(QByteArray("front"));
+            const QFLCamera camera(QByteArray("other"));
             FakeLog::take();
             const QFLCameraInfo info(camera);
-            COMPARE_LOG("info default: info from camera \"front\" \"0\" false "
-                        "QCamera::FrontFace 90");
+            COMPARE_LOG("info default: info from camera \"other\" \"2\" false "
+                        "QCamera::UnspecifiedPosition 90");
             QVERIFY(!info.isNull());
-            QCOMPARE(info.deviceName(), QStringLiteral("front"));
-            QCOMPARE(info.description(), QStringLiteral("0"));
-            QCOMPARE(info.position(), QCamera::FrontFace);
+            QCOMPARE(info.deviceName(), QStringLiteral("other"));
+            QCOMPARE(info.description(), QStringLiteral("2"));
+            QCOMPARE(info.position(), QCamera::UnspecifiedPosition);
             QCOMPARE(info.orientation(), 90);
             selector->names.clear();
             const QFLCameraInfo nameless(camera);
@@ -118,7 +114,7 @@ private slots:
             QCOMPARE(nameless.position(), QCamera::BackFace);
             QCOMPARE(nameless.orientation(), 180);
         }
-        service.controls.remove(QCameraInfoControl_iid);
+        world.service.controls.remove(QCameraInfoControl_iid);
         const QFLCamera camera;
         QVERIFY(QFLCameraInfo(camera).isNull());
     }

@@ -9,42 +9,23 @@
 
 #include <QtTest/QtTest>
 
-struct Encoding
+struct Encoding : FakeWorld
 {
-    FakeBackend backend;
-    FakeService service {"e"};
     FakeEncodeControl *encode = service.add<FakeEncodeControl>(QFLEncodeControl_iid);
     FakeEncoderSettings *settings
             = service.add<FakeEncoderSettings>(QVideoEncoderSettingsControl_iid);
     FakeEncodedSource *source = service.add<FakeEncodedSource>(QFLEncodedVideoSourceControl_iid);
 
-    Encoding() { backend.services["facelink.encoder"] = &service; }
+    Encoding() : FakeWorld("facelink.encoder", "e") { }
 };
 
-struct Bound
+struct Bound : FakeService
 {
-    explicit Bound(const char *name) : service(name) { }
+    using FakeService::FakeService;
 
-    FakeService service;
-    FakeRawSource *raw = service.add<FakeRawSource>(QFLRawVideoSourceControl_iid);
-    FakeRenderer *renderer = service.add<FakeRenderer>(QVideoRendererControl_iid);
-    FakeMediaObject object {&service};
-};
-
-class FrameReceiver : public QObject
-{
-    Q_OBJECT
-
-public slots:
-    void receive(QFLEncodedVideoFrame frame)
-    {
-        frames.append(frame);
-        thread = QThread::currentThread();
-    }
-
-public:
-    QList<QFLEncodedVideoFrame> frames;
-    QThread *thread = nullptr;
+    FakeRawSource *raw = add<FakeRawSource>(QFLRawVideoSourceControl_iid);
+    FakeRenderer *renderer = add<FakeRenderer>(QVideoRendererControl_iid);
+    FakeMediaObject object {this};
 };
 
 static const QVideoSurfaceFormat rawFormat(QSize(320, 240), QVideoFrame::Format_NV12);
@@ -78,7 +59,7 @@ private slots:
         Encoding world;
         QFLEncoder encoder;
         COMPARE_LOG("p+facelink.encoder, e+encode, e+videoencodersettings, e+encodedvideosource");
-        QCOMPARE(world.backend.lastHint, QMediaServiceProviderHint());
+        QCOMPARE(world.lastHint, QMediaServiceProviderHint());
         QCOMPARE(encoder.supportedCodecs(true), QStringList(QStringLiteral("hard")));
         QCOMPARE(encoder.supportedCodecs(false), QStringList(QStringLiteral("soft")));
         QCOMPARE(encoder.supportedPixelFormats(), world.encode->supportedPixelFormats());
@@ -112,7 +93,16 @@ private slots:
 
     void withoutService()
     {
-        const FakeBackend backend;
+        Encoding world;
+        // A control of the wrong class goes back at once.
+        for (const char *identifier : {QFLEncodeControl_iid, QVideoEncoderSettingsControl_iid,
+                                       QFLEncodedVideoSourceControl_iid})
+            world.service.add<FakeRenderer>(identifier);
+        QCOMPARE(QFLEncoder().status(), QFLEncoder::UnavailableStatus);
+        COMPARE_LOG("p+facelink.encoder, e+encode, e-encode, e+videoencodersettings, "
+                    "e-videoencodersettings, e+encodedvideosource, e-encodedvideosource, p-e");
+
+        world.services.clear();
         QFLEncoder encoder;
         FakeSink sink;
         COMPARE_LOG("p+facelink.encoder");
@@ -133,29 +123,38 @@ private slots:
         QVERIFY(encoder.supportedResolutions({}, &continuous).isEmpty() && !continuous);
         QVERIFY(!sink.link(&encoder));
         QVERIFY(!encoder.removeSink(&sink));
+
+        for (QFLEncoder *owner : {&encoder, static_cast<QFLEncoder *>(nullptr)}) {
+            QFLEncoderVideoSurface surface(owner);
+            QVERIFY(!surface.isFormatSupported(rawFormat) && !surface.start(rawFormat));
+            QVERIFY(!surface.present(QVideoFrame()));
+            surface.stop();
+        }
     }
 
-    // A control of the wrong class goes back at once.
-    void wrongClasses()
-    {
-        Encoding world;
-        for (const char *identifier : {QFLEncodeControl_iid, QVideoEncoderSettingsControl_iid,
-                                       QFLEncodedVideoSourceControl_iid})
-            world.service.add<FakeRenderer>(identifier);
-        QCOMPARE(QFLEncoder().status(), QFLEncoder::UnavailableStatus);
-        COMPARE_LOG("p+facelink.encoder, e+encode, e-encode, e+videoencodersettings, "
-                    "e-videoencodersettings, e+encodedvideosource, e-encodedvideosource, p-e");
-    }
-
-    void errors()
+    void reports()
     {
         LoggedEncoding world;
-        for (const char *text : {"first", "second", "second"})
-            emit world.encode->error(QFLEncoder::FormatError, QString::fromLatin1(text));
+        FakeEncodeControl queued;
+        connect(&world.encoder, SIGNAL(encodedVideoFrame(QFLEncodedVideoFrame)), &queued,
+                SIGNAL(encodedVideoFrame(QFLEncodedVideoFrame)), Qt::QueuedConnection);
+        logSignal(&queued, &QFLEncodeControl::encodedVideoFrame, "queued");
+        const auto reportAll = [&] {
+            emit world.encode->encodedVideoFrame(QFLEncodedVideoFrame("abc", 3, {}));
+            emit world.encode->statusChanged(QFLEncoder::StartedStatus);
+            emit world.encode->error(QFLEncoder::HardwareError, QStringLiteral("far away"));
+        };
+        runInThread(reportAll);
+        COMPARE_LOG("");
+        QCoreApplication::processEvents();
+        COMPARE_LOG("frame abc, status 6, error 4");
         QVERIFY(world.encoder.start(rawFormat));
-        COMPARE_LOG("error 2, error 2, error 2, e.encode start 320");
-        QCOMPARE(world.encoder.error(), QFLEncoder::FormatError);
-        QCOMPARE(world.encoder.errorString(), QStringLiteral("second"));
+        QCOMPARE(world.encoder.error(), QFLEncoder::HardwareError);
+        QCOMPARE(world.encoder.errorString(), QStringLiteral("far away"));
+        reportAll();
+        COMPARE_LOG("e.encode start 320, frame abc, status 6, error 4");
+        QCoreApplication::processEvents();
+        COMPARE_LOG("queued abc, queued abc");
     }
 
     void binding()
@@ -191,15 +190,36 @@ private slots:
     void boundObjectDiesFirst()
     {
         LoggedEncoding world;
+        Bound b("b");
         {
             Bound a("a");
             QVERIFY(world.encoder.setMediaObject(&a.object));
             FakeLog::take();
         }
         QCOMPARE(world.encoder.mediaObject(), nullptr);
-        Bound b("b");
+        {
+            Bound unbound("u");
+            QVERIFY(world.encoder.setMediaObject(&unbound.object));
+            QVERIFY(world.encoder.setMediaObject(&b.object));
+            QVERIFY(FakeLog::take().endsWith(named(bindLog, 'b')));
+        }
+        QCOMPARE(world.encoder.mediaObject(), &b.object);
+    }
+
+    // A bound object's control of the wrong class, and one that dies, is left alone.
+    void boundControls()
+    {
+        LoggedEncoding world;
+        Bound a("a"), b("b");
+        a.controls = {{QFLRawVideoSourceControl_iid, a.renderer}};
+        QVERIFY(world.encoder.setMediaObject(&a.object));
+        QVERIFY(world.encoder.setMediaObject(nullptr));
+        COMPARE_LOG("e+encode, a+rawvideosource, a+videorenderer");
         QVERIFY(world.encoder.setMediaObject(&b.object));
-        COMPARE_LOG(named(bindLog, 'b'));
+        FakeLog::take();
+        delete b.raw;
+        QVERIFY(world.encoder.setMediaObject(nullptr));
+        COMPARE_LOG("b.videorenderer no surface, b-videorenderer");
     }
 
     void sinks()
@@ -252,8 +272,7 @@ private slots:
         LoggedEncoding world;
         QFLEncoderVideoSurface surface(&world.encoder);
         COMPARE_LOG("e+encode");
-        logSignal(static_cast<QAbstractVideoSurface *>(&surface),
-                  &QAbstractVideoSurface::activeChanged, "active");
+        logSignal(&surface, &QAbstractVideoSurface::activeChanged, "active");
         for (auto type : {QAbstractVideoBuffer::NoHandle, QAbstractVideoBuffer::EGLImageHandle})
             QCOMPARE(surface.supportedPixelFormats(type), world.encode->supportedPixelFormats());
 
@@ -273,43 +292,6 @@ private slots:
                     + ", e.encode start 320, active 1, "
                       "debug facelink.encoder: , e.encode stop, active 0, "
                       "debug facelink.encoder: , e.encode stop");
-    }
-
-    void backendThread()
-    {
-        LoggedEncoding world;
-        runInThread([&] {
-            emit world.encode->encodedVideoFrame(QFLEncodedVideoFrame("abc", 3, {}));
-            emit world.encode->statusChanged(QFLEncoder::StartedStatus);
-            emit world.encode->error(QFLEncoder::HardwareError, QStringLiteral("far away"));
-        });
-        COMPARE_LOG("");
-        QCoreApplication::processEvents();
-        COMPARE_LOG("frame abc, status 6, error 4");
-        QCOMPARE(world.encoder.error(), QFLEncoder::HardwareError);
-        QCOMPARE(world.encoder.errorString(), QStringLiteral("far away"));
-    }
-
-    // Connections by name and by pointer alike.
-    void frameAcrossThreads()
-    {
-        LoggedEncoding world;
-        FrameReceiver receiver;
-        connect(&world.encoder, SIGNAL(encodedVideoFrame(QFLEncodedVideoFrame)), &receiver,
-                SLOT(receive(QFLEncodedVideoFrame)));
-        connect(&world.encoder, &QFLEncoder::encodedVideoFrame, &receiver, &FrameReceiver::receive);
-        QThread thread;
-        receiver.moveToThread(&thread);
-        thread.start();
-        const QFLEncodedVideoFrame frame("abc", 3, {});
-        emit world.encode->encodedVideoFrame(frame);
-        QMetaObject::invokeMethod(&receiver, [&] {
-            receiver.moveToThread(world.encoder.thread());
-            thread.quit();
-        });
-        thread.wait();
-        QCOMPARE(receiver.frames, QList<QFLEncodedVideoFrame>({frame, frame}));
-        QCOMPARE(receiver.thread, &thread);
     }
 };
 

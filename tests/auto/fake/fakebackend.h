@@ -85,4 +85,12 @@ private:
     QMediaServiceProvider *m_previous;
 };
 
+/*! The default provider with one service. */
+struct FakeWorld : FakeBackend
+{
+    FakeWorld(const char *type, const char *name) : service(name) { services[type] = &service; }
+
+    FakeService service;
+};
+
 #endif

@@ -47,10 +47,7 @@ public:
 class FakeLocks : public FakeControl<QCameraLocksControl>
 {
 public:
-    QCamera::LockTypes supportedLocks() const override
-    {
-        return QCamera::LockExposure | QCamera::LockFocus;
-    }
+    QCamera::LockTypes supportedLocks() const override { return supported; }
     QCamera::LockStatus lockStatus(QCamera::LockType lock) const override { return statuses[lock]; }
     void searchAndLock(QCamera::LockTypes locks) override
     {
@@ -66,6 +63,7 @@ public:
                                QCamera::LockChangeReason(reason));
     }
 
+    QCamera::LockTypes supported = QCamera::LockExposure | QCamera::LockFocus;
     QMap<QCamera::LockType, QCamera::LockStatus> statuses;
     std::function<void()> onRequest = [] {};
 };
@@ -106,9 +104,36 @@ public:
 class FakeViewfinderSettings : public FakeControl<QCameraViewfinderSettingsControl2>
 {
 public:
-    QList<QCameraViewfinderSettings> supportedViewfinderSettings() const override { return {}; }
-    QCameraViewfinderSettings viewfinderSettings() const override { return {}; }
+    QList<QCameraViewfinderSettings> supportedViewfinderSettings() const override
+    {
+        return supported;
+    }
+    QCameraViewfinderSettings viewfinderSettings() const override { return current; }
     void setViewfinderSettings(const QCameraViewfinderSettings &) override { log("set"); }
+
+    QList<QCameraViewfinderSettings> supported;
+    QCameraViewfinderSettings current;
+};
+
+class FakeOlderViewfinderSettings : public FakeControl<QCameraViewfinderSettingsControl>
+{
+public:
+    bool isViewfinderParameterSupported(ViewfinderParameter parameter) const override
+    {
+        return !unsupported.contains(parameter);
+    }
+    QVariant viewfinderParameter(ViewfinderParameter parameter) const override
+    {
+        return values.value(parameter);
+    }
+    void setViewfinderParameter(ViewfinderParameter parameter, const QVariant &value) override
+    {
+        values[parameter] = value;
+        log(QByteArray::number(parameter) + ' ' + value.typeName());
+    }
+
+    QMap<int, QVariant> values;
+    QList<int> unsupported;
 };
 
 #endif

@@ -80,8 +80,8 @@ inline QByteArray textOf(const QFLEncodedVideoFrame &frame)
 }
 
 /*! Enters the signal as its name and its arguments from now on. */
-template<typename Object, typename... Arguments>
-void logSignal(Object *object, void (Object::*signal)(Arguments...), const QByteArray &name)
+template<typename Object, typename Class, typename... Arguments>
+void logSignal(Object *object, void (Class::*signal)(Arguments...), const QByteArray &name)
 {
     QObject::connect(object, signal, [name](Arguments... arguments) {
         FakeLog::add((name + ... + (' ' + textOf(arguments))));

@@ -81,7 +81,7 @@ public:
     {
         return 90 * script().positions.value(device);
     }
-    QString codec(const QByteArray &) override { return QString::fromLatin1(m_name); }
+    QString codec(const QByteArray &id) override { return QString::fromLatin1(m_name + ' ' + id); }
     bool isEncoder(const QByteArray &codecId) override { return codecId.endsWith("enc"); }
     bool isHardwareAccelerated(const QByteArray &id) override { return id.startsWith("hw"); }
     int maxInstances(const QByteArray &codecId) override { return codecId.size(); }

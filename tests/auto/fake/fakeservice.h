@@ -39,9 +39,8 @@ public:
 
     QMap<QByteArray, QMediaControl *> controls;
 
-    // Qt's base class asks for the first two, the camera's sub-objects for the others.
-    QByteArrayList unlogged = {"mediaavailability", "metadatareader", "cameraexposure",
-                               "cameraflash",       "camerafocus",    "camerazoom"};
+    // Qt's base class asks for these.
+    QByteArrayList unlogged = {"mediaavailability", "metadatareader"};
 
 private:
     static QByteArray shortName(const QByteArray &identifier)

@@ -262,16 +262,21 @@ private Q_SLOTS:
 
     void refusedFrames()
     {
-        const QVideoFrame other(320 * 180 * 3 / 2, QSize(320, 180), 320,
-                                QVideoFrame::Format_YUV420P);
-        const QVideoFrame shortened(320 * 200, size, 320, QVideoFrame::Format_YUV420P);
-        for (int run = 1; run <= 2; ++run) {
-            QVERIFY(m_control->start(surfaceFormat()));
-            QVERIFY(!m_control->encode(other));
-            QVERIFY(!m_control->encode(shortened));
+        using Row = std::tuple<QVideoFrame, const char *>;
+        const auto yuv = QVideoFrame::Format_YUV420P;
+        const auto rgb = QVideoFrame::Format_RGB32;
+        for (const auto &[frame, text] :
+             {Row({307200, size, 1276, rgb}, "1276"),
+              Row({305920, size, 1280, rgb}, "305920 bytes instead of 307200"),
+              Row({115200, size, 320, QVideoFrame::Format_YV12}, "Format_YV12"),
+              Row({115200, QSize(480, 160), 480, yuv},
+                  "480x160 Format_YUV420P, but 320x240 Format_YUV420P was")}) {
+            const bool isRgb = frame.pixelFormat() == rgb;
+            QVERIFY(m_control->start(surfaceFormat(isRgb ? rgb : yuv)));
+            QVERIFY(!m_control->encode(frame));
+            QVERIFY(!m_control->encode(frame));
             QVERIFY(!m_control->encode(QVideoFrame()));
-            takeError(QFLEncoder::FormatError,
-                      QStringLiteral("320x180 Format_YUV420P, but 320x240 Format_YUV420P was"));
+            takeError(QFLEncoder::FormatError, QLatin1String(text));
         }
         encodeGray(1);
         const QVideoFrame noise = makeFrame(m_time + 33333, true);

@@ -63,25 +63,6 @@ private Q_SLOTS:
             QVERIFY(!frame.isMapped());
         }
     }
-
-    void unfitFrames()
-    {
-        const auto check = [](const QSize &size, int bytes, int bytesPerLine,
-                              QVideoFrame::PixelFormat format, const char *text) {
-            const bool isRgb = format == QVideoFrame::Format_RGB32;
-            const GstVideoInfo info = videoInfo(isRgb ? format : QVideoFrame::Format_YUV420P);
-            QString error;
-            QVERIFY(!VideoFrame::toGst(QVideoFrame(bytes, size, bytesPerLine, format), info,
-                                       &error));
-            QVERIFY(error.contains(QLatin1String(text)));
-        };
-        const QSize size(320, 240);
-        check(QSize(480, 160), 115200, 480, QVideoFrame::Format_YUV420P,
-              "480x160 Format_YUV420P, but 320x240 Format_YUV420P was");
-        check(size, 115200, 320, QVideoFrame::Format_YV12, "Format_YV12");
-        check(size, 307200, 1276, QVideoFrame::Format_RGB32, "1276");
-        check(size, 305920, 1280, QVideoFrame::Format_RGB32, "305920 bytes instead of 307200");
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_VideoFrame)
