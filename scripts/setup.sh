@@ -15,7 +15,8 @@ run_packages=(
     gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly
 )
 test_packages=(
-    clang-format ffmpeg forensics-samples-files gstreamer1.0-tools
+    clang-format doxygen extra-cmake-modules ffmpeg forensics-samples-files gstreamer1.0-tools
+    qhelpgenerator-qt5
 )
 
 as_root() {
