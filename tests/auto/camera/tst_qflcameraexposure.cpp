@@ -73,7 +73,7 @@ private slots:
         QCOMPARE(read(QFLCamera().exposure()), missing);
     }
 
-    void setters()
+    void settersAndSignals()
     {
         Exposing world;
         QFLCamera camera;
@@ -104,6 +104,24 @@ private slots:
         exposure->setAutoAperture();
         exposure->setAutoShutterSpeed();
         COMPARE_LOG("c.cameraexposure 0 , c.cameraexposure 1 , c.cameraexposure 2 ");
+
+        logSignal(exposure, &E::flashReady, "ready");
+        logSignal(exposure, &E::apertureChanged, "aperture");
+        logSignal(exposure, &E::apertureRangeChanged, "apertures");
+        logSignal(exposure, &E::shutterSpeedChanged, "shutter");
+        logSignal(exposure, &E::shutterSpeedRangeChanged, "shutters");
+        logSignal(exposure, &E::isoSensitivityChanged, "ISO");
+        logSignal(exposure, &E::exposureCompensationChanged, "compensation");
+        for (int parameter = P::ISO; parameter <= P::MeteringMode; ++parameter) {
+            world.control->actual[parameter] = 40 + parameter;
+            world.control->requested[parameter] = 7;
+            emit world.control->requestedValueChanged(parameter);
+            emit world.control->actualValueChanged(parameter);
+            emit world.control->parameterRangeChanged(parameter);
+        }
+        emit world.flash->flashReady(true);
+        COMPARE_LOG("ISO 40, aperture 41, apertures, shutter 42, shutters, compensation 43, "
+                    "ready 1");
     }
 
     void ranges()
@@ -132,31 +150,6 @@ private slots:
         QVERIFY(!camera.exposure()->isMeteringModeSupported(Q::MeteringMatrix));
         world.control->ranges[P::MeteringMode] = {QStringLiteral("3")};
         QVERIFY(camera.exposure()->isMeteringModeSupported(Q::MeteringSpot));
-    }
-
-    void changes()
-    {
-        Exposing world;
-        const QFLCamera camera;
-        E *exposure = camera.exposure();
-        logSignal(exposure, &E::flashReady, "ready");
-        logSignal(exposure, &E::apertureChanged, "aperture");
-        logSignal(exposure, &E::apertureRangeChanged, "apertures");
-        logSignal(exposure, &E::shutterSpeedChanged, "shutter");
-        logSignal(exposure, &E::shutterSpeedRangeChanged, "shutters");
-        logSignal(exposure, &E::isoSensitivityChanged, "ISO");
-        logSignal(exposure, &E::exposureCompensationChanged, "compensation");
-        FakeLog::take();
-        for (int parameter = P::ISO; parameter <= P::MeteringMode; ++parameter) {
-            world.control->actual[parameter] = 40 + parameter;
-            world.control->requested[parameter] = 7;
-            emit world.control->requestedValueChanged(parameter);
-            emit world.control->actualValueChanged(parameter);
-            emit world.control->parameterRangeChanged(parameter);
-        }
-        emit world.flash->flashReady(true);
-        COMPARE_LOG("ISO 40, aperture 41, apertures, shutter 42, shutters, compensation 43, "
-                    "ready 1");
     }
 
     void withoutControls()

@@ -102,9 +102,18 @@ private slots:
     }
 
     // Every supported parameter is written, set or not.
-    void olderControl()
+    void olderOrNoControl()
     {
         FakeWorld world("facelink.camera", "c");
+        world.service.add<FakeCameraControl>(QCameraControl_iid)->accepts = false;
+        QFLCamera bare;
+        bare.start();
+        FakeLog::take();
+        bare.setViewfinderSettings(make({6, 4}, 0, 30));
+        COMPARE_LOG("");
+        QVERIFY(bare.viewfinderSettings().isNull());
+        world.service.controls.clear();
+
         auto *control = world.service.add<FakeOlderViewfinderSettings>(
                 QCameraViewfinderSettingsControl_iid);
         QFLCamera camera;
@@ -127,18 +136,6 @@ private slots:
         COMPARE_LOG("c.cameraviewfindersettings 3 double");
         QVERIFY(camera.supportedViewfinderSettings().isEmpty());
         QVERIFY(camera.supportedViewfinderResolutions().isEmpty());
-    }
-
-    void withoutControl()
-    {
-        FakeWorld world("facelink.camera", "c");
-        world.service.add<FakeCameraControl>(QCameraControl_iid)->accepts = false;
-        QFLCamera camera;
-        camera.start();
-        FakeLog::take();
-        camera.setViewfinderSettings(make({6, 4}, 0, 30));
-        COMPARE_LOG("");
-        QVERIFY(camera.viewfinderSettings().isNull());
     }
 };
 

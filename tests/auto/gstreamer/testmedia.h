@@ -97,7 +97,7 @@ public:
     bool start(const QVideoSurfaceFormat &format) override
     {
         ++starts;
-        return !isRefusing && QAbstractVideoSurface::start(format);
+        return QAbstractVideoSurface::start(format);
     }
     void stop() override
     {
@@ -124,7 +124,6 @@ public:
 
     int starts = 0;
     int stops = 0;
-    bool isRefusing = false;
     QList<QVideoFrame> frames;
     std::function<void()> onPresent;
 
