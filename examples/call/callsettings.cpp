@@ -49,7 +49,7 @@ void addPictureOptions(QCommandLineParser *parser)
             {QStringLiteral("camera-file"), tr("Plays this video file as the camera, in a loop."),
              tr("FILE")},
             {QStringLiteral("codec"),
-             tr("The codec, H264 or VP8, or the id of an encoder; else the first there is."),
+             tr("The codec, H264, VP8, VP9 or H265, or the id of an encoder; else the first there is."),
              tr("NAME")},
             {QStringLiteral("bitrate"),
              tr("Bits per second, also as 800k or 2M; by default as the size needs, 2M at 1280x720."),

@@ -12,9 +12,14 @@ const QList<RtpPayload> &payloads()
 {
     static const QList<RtpPayload> list = {
             {QStringLiteral("H264"), "video/x-h264,stream-format=byte-stream,alignment=au",
-             "rtph264pay aggregate-mode=zero-latency", "rtph264depay"},
+             "rtph264pay aggregate-mode=zero-latency",
+             "rtph264depay request-keyframe=true wait-for-keyframe=true"},
             {QStringLiteral("VP8"), "video/x-vp8", "rtpvp8pay picture-id-mode=15-bit",
-             "rtpvp8depay"},
+             "rtpvp8depay request-keyframe=true wait-for-keyframe=true"},
+            {QStringLiteral("VP9"), "video/x-vp9", "rtpvp9pay picture-id-mode=15-bit",
+             "rtpvp9depay request-keyframe=true wait-for-keyframe=true"},
+            {QStringLiteral("H265"), "video/x-h265,stream-format=byte-stream,alignment=au",
+             "rtph265pay aggregate-mode=zero-latency", "rtph265depay"},
     };
     return list;
 }

@@ -194,8 +194,7 @@ bool RtpTransport::build(const RtpPayload &payload, QString *errorText)
             + " session.send_rtcp_src_0 ! udpsink name=rtcpsink sync=false async=false"
             + " udpsrc name=rtpsource caps=\"" + payload.packetCaps()
             + "\" ! session.recv_rtp_sink_0" + " udpsrc name=rtcpsource ! session.recv_rtcp_sink_0 "
-            + payload.depayloader + " name=depayloader request-keyframe=true wait-for-keyframe=true"
-            + " ! " + payload.frameCaps
+            + payload.depayloader + " name=depayloader ! " + payload.frameCaps
             + " ! appsink name=sink sync=false async=false enable-last-sample=false";
     g_autoptr(GError) error = nullptr;
     m_pipeline = gst_parse_launch_full(description.constData(), nullptr,

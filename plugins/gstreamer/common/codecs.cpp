@@ -4,6 +4,7 @@
 
 #include "codecs.h"
 
+#include "encodertraits.h"
 #include "gstpointers.h"
 #include "gstreamersetup.h"
 
@@ -21,6 +22,9 @@ struct CodecName
 const CodecName codecNames[] = {
         {"H264", "video/x-h264"},
         {"VP8", "video/x-vp8, codec-alpha=(boolean)false"},
+        {"VP9", "video/x-vp9, codec-alpha=(boolean)false"},
+        {"H265", "video/x-h265"},
+        {"AV1", "video/x-av1"},
 };
 
 struct Candidate
@@ -29,10 +33,25 @@ struct Candidate
     guint rank = 0;
 };
 
-// OMX elements get as far as READY without hardware and fail only at the first frame.
+// OMX elements get as far as READY without hardware and fail only at the first frame, and
+// libde265dec is always two frames late.
 bool isExcluded(const QByteArray &factoryName)
 {
-    return factoryName.startsWith("omx") || factoryName.endsWith("_omx");
+    return factoryName.startsWith("omx") || factoryName.endsWith("_omx")
+            || factoryName == "libde265dec";
+}
+
+// Hardware elements often have no rank only because they are new. Software without one isn't meant
+// to be found, and a software encoder with unknown settings for live video would hold frames back.
+bool isSuitable(const Candidate &candidate)
+{
+    const CodecElement &element = candidate.element;
+    if (isExcluded(element.factoryName))
+        return false;
+    if (element.isHardwareAccelerated)
+        return true;
+    return element.isEncoder ? EncoderTraits::isKnown(element.factoryName)
+                             : candidate.rank > GST_RANK_NONE;
 }
 
 bool reachesReady(GstElementFactory *factory)
@@ -59,13 +78,13 @@ QVector<Candidate> candidates(const CodecName &codec, bool isEncoder)
     QVector<Candidate> result;
     for (const GList *node = fitting; node; node = node->next) {
         auto *factory = static_cast<GstElementFactory *>(node->data);
-        const QByteArray name = GST_OBJECT_NAME(factory);
-        if (isExcluded(name) || !reachesReady(factory))
-            continue;
         const bool isHardware
                 = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_HARDWARE);
-        result.append({{name, QString::fromLatin1(codec.name), isEncoder, isHardware},
-                       gst_plugin_feature_get_rank(GST_PLUGIN_FEATURE(factory))});
+        const Candidate candidate = {
+                {GST_OBJECT_NAME(factory), QString::fromLatin1(codec.name), isEncoder, isHardware},
+                gst_plugin_feature_get_rank(GST_PLUGIN_FEATURE(factory))};
+        if (isSuitable(candidate) && reachesReady(factory))
+            result.append(candidate);
     }
     gst_plugin_feature_list_free(fitting);
     gst_plugin_feature_list_free(all);
@@ -140,18 +159,29 @@ QString Codecs::description(const QByteArray &factoryName)
 */
 CodecElement Codecs::find(const QVector<CodecElement> &elements, const QString &codecOrFactory)
 {
+    return findAll(elements, codecOrFactory).value(0);
+}
+
+/*!
+    All of \a elements that find() could choose, in their order: those of a codec, or the only one
+    with a factory name.
+*/
+QVector<CodecElement> Codecs::findAll(const QVector<CodecElement> &elements,
+                                      const QString &codecOrFactory)
+{
+    QVector<CodecElement> result;
     if (codecOrFactory.isEmpty()) {
         for (const CodecName &codec : codecNames) {
-            const CodecElement element = find(elements, QString::fromLatin1(codec.name));
-            if (!element.factoryName.isEmpty())
-                return element;
+            result = findAll(elements, QString::fromLatin1(codec.name));
+            if (!result.isEmpty())
+                break;
         }
-        return CodecElement();
+        return result;
     }
     for (const CodecElement &element : elements) {
         if (element.codec == codecOrFactory
             || QString::fromUtf8(element.factoryName) == codecOrFactory)
-            return element;
+            result.append(element);
     }
-    return CodecElement();
+    return result;
 }

@@ -25,6 +25,7 @@ QVector<CodecElement> decoders();
 QStringList names(const QVector<CodecElement> &elements, bool hardwareOnly);
 QString description(const QByteArray &factoryName);
 CodecElement find(const QVector<CodecElement> &elements, const QString &codecOrFactory);
+QVector<CodecElement> findAll(const QVector<CodecElement> &elements, const QString &codecOrFactory);
 
 } // namespace Codecs
 

@@ -5,8 +5,7 @@
 #ifndef BITSTREAMGATE_H
 #define BITSTREAMGATE_H
 
-#include <QtCore/qbytearray.h>
-#include <QtCore/qstring.h>
+#include "frameinspector.h"
 
 class BitstreamGate
 {
@@ -19,14 +18,8 @@ public:
     Verdict examine(QByteArray *data);
 
 private:
-    Verdict examineAccessUnit(QByteArray *data);
-    Verdict examineVp8Frame(const QByteArray &data);
-
-    QString m_codec;
-    QByteArray m_sequenceParameters;
-    QByteArray m_pictureParameters;
+    std::unique_ptr<FrameInspector> m_inspector;
     bool m_isOpen = false;
-    bool m_parametersArePending = false;
 };
 
 #endif

@@ -7,19 +7,16 @@
 #include "gstreamersetup.h"
 #include "videorenderercontrol.h"
 
-#include <algorithm>
-
 namespace {
 
 // About a second of video: a burst after a pause in the network fits, a decoder that is too slow
 // doesn't make the picture lag further behind.
 const int maximumBacklog = 32;
 
-// More than any decoder holds back for the sake of the order of the pictures.
-const int maximumSilence = 30;
-
-const int maximumRestarts = 3;
-const qint64 restartPeriod = 5000; // milliseconds
+// How many times in a row decoding may fail between two pictures. As long as there was none, the
+// decoder may be unfit for the stream; after that, bad data is the likelier cause for a long time.
+const int maximumFailuresAtFirst = 10;
+const int maximumFailures = 100;
 
 QFLDecoder::Error errorCode(Pipeline::ErrorKind kind)
 {
@@ -43,15 +40,18 @@ QFLDecoder::Error errorCode(Pipeline::ErrorKind kind)
     The pictures go to the renderer control, which is not owned and must outlive this object.
 
     A run begins with start() and ends with stop() or with an error that cannot be overcome; a
-    drained run still has to be stopped, flushed or started again. A frame that cannot be decoded,
-    because a key frame has to come first or because the queue is full, is refused, so that whoever
-    delivers the frames notices and asks for a key frame.
+    drained run still has to be stopped, flushed or started again.
+
+    No frame is lost in silence. One that cannot be decoded, because a key frame has to come first
+    or because the queue is full, is refused. When a frame that was taken turns out to be damaged,
+    decoding begins anew at the next key frame, and the frames before that one are refused. So
+    whoever delivers the frames notices and asks for a key frame. A frame that never arrived is
+    known to those who deliver only: they ask for a key frame themselves.
 */
 
 DecodeControl::DecodeControl(VideoRendererControl *renderer, QObject *parent)
     : QFLDecodeControl(parent), m_renderer(renderer)
 {
-    m_clock.start();
     connect(m_renderer, &VideoRendererControl::pixelFormatsChanged, this,
             &DecodeControl::updatePixelFormats);
     connect(m_renderer, &VideoRendererControl::formatRefused, this,
@@ -109,25 +109,29 @@ QVideoSurfaceFormat DecodeControl::outputFormat() const
     return m_outputFormat;
 }
 
-/*! False for a frame that is not decoded and on which later frames therefore cannot build. */
+/*!
+    False for a frame that is not decoded and on which later frames therefore cannot build: a key
+    frame is needed.
+*/
 bool DecodeControl::decode(const QFLEncodedVideoFrame &frame)
 {
     QByteArray data = frame.data();
     if (m_status != QFLDecoder::StartedStatus || m_isDraining || !frame.isValid() || data.isEmpty())
+        return false;
+    if (m_pipeline.isSilent()
+        && !overcome(QFLDecoder::ResourceError,
+                     tr("%1: no pictures come from the decoder")
+                             .arg(QString::fromUtf8(m_decoder.factoryName))))
         return false;
     const BitstreamGate::Verdict verdict = m_gate.examine(&data);
     if (verdict == BitstreamGate::Malformed)
         reportMalformedFrame();
     if (verdict != BitstreamGate::Admitted)
         return verdict == BitstreamGate::Kept;
-    if (m_pipeline.backlog() >= maximumBacklog || !m_pipeline.push(data, frame.meta().timestamp)) {
+    const bool isTaken = makeRoom() && m_pipeline.push(data, frame.meta().timestamp);
+    if (!isTaken)
         m_gate.close();
-        return false;
-    }
-    // Some decoders wait for a key frame without a word when a frame was lost.
-    if (m_pipeline.unansweredCount() > maximumSilence)
-        m_gate.close();
-    return true;
+    return isTaken;
 }
 
 /*!
@@ -201,15 +205,18 @@ bool DecodeControl::load(const QVideoEncoderSettings &settings)
     }
     m_settings = settings;
     m_outputFormat = QVideoSurfaceFormat();
-    m_restartTimes.clear();
+    m_failureCount = 0;
+    m_hasDecoded = false;
     m_malformedFrameReported = false;
     m_gate.reset(m_decoder.codec);
+    m_pipeline.setDecoder(m_decoder);
     return setStatus(QFLDecoder::LoadingStatus) && build();
 }
 
 bool DecodeControl::build()
 {
-    const QString errorText = m_pipeline.build(m_decoder);
+    m_isOverrun = false;
+    const QString errorText = m_pipeline.build();
     if (errorText.isEmpty())
         return true;
     abandon(QFLDecoder::ResourceError, errorText);
@@ -221,6 +228,11 @@ bool DecodeControl::restart()
 {
     m_gate.close();
     m_isDraining = false;
+    return rebuild();
+}
+
+bool DecodeControl::rebuild()
+{
     return build() && m_pipeline.play();
 }
 
@@ -231,33 +243,42 @@ void DecodeControl::abandon(QFLDecoder::Error code, const QString &text)
     Q_EMIT error(code, text);
 }
 
+/*!
+    False when the queue is full, and the frame has to be refused. The key frame that comes after it
+    takes the place of all that is still queued then.
+*/
+bool DecodeControl::makeRoom()
+{
+    if (m_isOverrun)
+        return rebuild();
+    m_isOverrun = m_pipeline.backlog() >= maximumBacklog;
+    return !m_isOverrun;
+}
+
 void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
 {
-    if (m_status == QFLDecoder::StartingStatus) {
+    if (m_pipeline.isUnused()) {
         abandon(errorCode(kind), text);
     } else if (m_isDraining) {
         // No key frame will come to begin again at, so this is as far as the stream gets.
         Q_EMIT error(errorCode(kind), text);
         finishDraining();
-    } else if (mayRestart()) {
-        restart();
     } else {
-        abandon(kind == Pipeline::HardwareError ? QFLDecoder::HardwareError
-                                                : QFLDecoder::ResourceError,
-                text);
+        const bool isHardware = kind == Pipeline::HardwareError;
+        overcome(isHardware ? QFLDecoder::HardwareError : QFLDecoder::ResourceError, text);
     }
 }
 
-bool DecodeControl::mayRestart()
+/*!
+    Begins anew after a failure, which damaged data explains. False when there were too many of
+    them: the run has then ended with the error given.
+*/
+bool DecodeControl::overcome(QFLDecoder::Error code, const QString &text)
 {
-    const qint64 now = m_clock.elapsed();
-    const auto isOver = [now](qint64 time) { return now - time > restartPeriod; };
-    m_restartTimes.erase(std::remove_if(m_restartTimes.begin(), m_restartTimes.end(), isOver),
-                         m_restartTimes.end());
-    if (m_restartTimes.size() >= maximumRestarts)
-        return false;
-    m_restartTimes.append(now);
-    return true;
+    if (++m_failureCount < (m_hasDecoded ? maximumFailures : maximumFailuresAtFirst))
+        return restart();
+    abandon(code, text);
+    return false;
 }
 
 void DecodeControl::finishDraining()
@@ -307,6 +328,8 @@ void DecodeControl::updatePixelFormats()
 
 void DecodeControl::present(const QVideoFrame &picture, const QVideoSurfaceFormat &format)
 {
+    m_hasDecoded = true;
+    m_failureCount = 0;
     if (format != m_outputFormat) {
         m_outputFormat = format;
         Q_EMIT outputFormatChanged(format);

@@ -10,9 +10,6 @@
 
 #include <qfldecodecontrol.h>
 
-#include <QtCore/qelapsedtimer.h>
-#include <QtCore/qvector.h>
-
 class VideoRendererControl;
 
 class DecodeControl : public QFLDecodeControl
@@ -41,10 +38,12 @@ private:
 
     bool load(const QVideoEncoderSettings &settings);
     bool build();
+    bool rebuild();
     bool restart();
+    bool makeRoom();
     void abandon(QFLDecoder::Error code, const QString &text);
     void handleError(Pipeline::ErrorKind kind, const QString &text);
-    bool mayRestart();
+    bool overcome(QFLDecoder::Error code, const QString &text);
     void finishDraining();
 
     void reportUnknownCodec(const QString &codec);
@@ -60,8 +59,9 @@ private:
     QVideoEncoderSettings m_settings;
     QVideoSurfaceFormat m_outputFormat;
     QFLDecoder::Status m_status = QFLDecoder::UnloadedStatus;
-    QElapsedTimer m_clock;
-    QVector<qint64> m_restartTimes;
+    int m_failureCount = 0;
+    bool m_hasDecoded = false;
+    bool m_isOverrun = false;
     bool m_isDraining = false;
     bool m_malformedFrameReported = false;
 };

@@ -7,11 +7,20 @@
 #include "videoformat.h"
 #include "videoframe.h"
 
+#include <QtCore/qendian.h>
+
 #include <gst/app/gstappsrc.h>
 
 #include <algorithm>
 
 namespace {
+
+// A picture that waited longer isn't worth showing any more when there is a newer one.
+const std::chrono::milliseconds maximumDelay(100);
+
+// How many frames a decoder may take without a word beyond those that it holds back for the order
+// of the pictures: some frames have no picture, and some decoders are a little behind.
+const int maximumSilence = 4;
 
 // Decoders expect rising times and the application's may be anything, so frames are numbered and
 // the buffers get times that no decoder finds unusual.
@@ -35,12 +44,18 @@ struct StreamFormat
     const char *codec;
     const char *caps;
     const char *parser;
+    int maximumReordering;
 };
 
 const StreamFormat streamFormats[] = {
         {"H264", "video/x-h264, stream-format=(string)byte-stream, alignment=(string)au",
-         "h264parse"},
-        {"VP8", "video/x-vp8", nullptr},
+         "h264parse", 16},
+        {"H265", "video/x-h265, stream-format=(string)byte-stream, alignment=(string)au",
+         "h265parse", 16},
+        {"VP8", "video/x-vp8", nullptr, 0},
+        {"VP9", "video/x-vp9, alignment=(string)super-frame", "vp9parse", 0},
+        {"AV1", "video/x-av1, stream-format=(string)obu-stream, alignment=(string)tu", "av1parse",
+         0},
 };
 
 const StreamFormat *streamFormatOf(const QString &codec)
@@ -91,6 +106,16 @@ void setIfKnown(GstElement *element, const char *property, int value)
         g_object_set(element, property, value, nullptr);
 }
 
+// Runs on the streaming thread. A decoder that asks the sender for a key frame has lost a frame.
+GstPadProbeReturn handleDecoderEvent(GstPad *pad, GstPadProbeInfo *info, gpointer)
+{
+    if (gst_video_event_is_force_key_unit(GST_PAD_PROBE_INFO_EVENT(info))) {
+        const GstElementPointer decoder(gst_pad_get_parent_element(pad));
+        GST_ELEMENT_ERROR(decoder.get(), STREAM, DECODE, ("A frame is lost"), (nullptr));
+    }
+    return GST_PAD_PROBE_OK;
+}
+
 void configureDecoder(GstElement *decoder)
 {
     const int sliceThreading = 2;
@@ -99,6 +124,10 @@ void configureDecoder(GstElement *decoder)
     setIfKnown(decoder, "thread-type", sliceThreading);
     // A broken frame is reported at once, so that decoding can begin again at a key frame.
     setIfKnown(decoder, "max-errors", 0);
+    setIfKnown(decoder, "automatic-request-sync-points", TRUE);
+    const GstPadPointer pad(gst_element_get_static_pad(decoder, "sink"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_EVENT_UPSTREAM, handleDecoderEvent, nullptr,
+                      nullptr);
 }
 
 // Only formats that GStreamer's counterpart leads back to: a picture is labelled by that.
@@ -131,6 +160,19 @@ GstCapsPointer capsOf(const QList<QVideoFrame::PixelFormat> &formats)
     return GstCapsPointer(gst_caps_from_string(caps.constData()));
 }
 
+/*! Null unless \a frame is a key frame of VP8, which has no parser to say its size. */
+GstCapsPointer sizedCaps(const QByteArray &frame)
+{
+    const int sizePosition = 6;
+    const bool isKeyFrame = !(frame.at(0) & 1);
+    if (!isKeyFrame || frame.size() < sizePosition + 4)
+        return nullptr;
+    const int width = qFromLittleEndian<quint16>(frame.constData() + sizePosition) & 0x3fff;
+    const int height = qFromLittleEndian<quint16>(frame.constData() + sizePosition + 2) & 0x3fff;
+    return GstCapsPointer(gst_caps_new_simple("video/x-vp8", "width", G_TYPE_INT, width, "height",
+                                              G_TYPE_INT, height, nullptr));
+}
+
 void dropBytes(gpointer bytes)
 {
     delete static_cast<QByteArray *>(bytes);
@@ -152,7 +194,9 @@ GstBuffer *wrap(const QByteArray &data)
 
     appsrc, parser, decoder, converter and appsink. Encoded frames go in at the source; pictures
     come out of the sink on a streaming thread, wait in a queue, and are announced in the thread
-    of this object, in order. Every picture has the timestamp that its frame came with.
+    of this object, in order. Every picture has the timestamp that its frame came with. When that
+    thread is busy for too long, the pictures are skipped for which it is too late, but never the
+    newest one, and none once the stream ends.
 */
 
 DecoderPipeline::DecoderPipeline(QObject *parent) : QObject(parent), m_pixelFormats(allFormats())
@@ -171,16 +215,24 @@ bool DecoderPipeline::isKnownCodec(const QString &codec)
     return streamFormatOf(codec);
 }
 
-/*! Puts a fresh pipeline in the place of the present one. The text of the failure, or empty. */
-QString DecoderPipeline::build(const CodecElement &decoder)
+/*! Has the pipelines to be built decode a new stream with \a decoder. */
+void DecoderPipeline::setDecoder(const CodecElement &decoder)
 {
     reset();
-    const StreamFormat *format = streamFormatOf(decoder.codec);
+    m_decoder = decoder;
+    m_heldBack.reset();
+}
+
+/*! Puts a fresh pipeline in the place of the present one. The text of the failure, or empty. */
+QString DecoderPipeline::build()
+{
+    reset();
+    const StreamFormat *format = streamFormatOf(m_decoder.codec);
     if (!format)
-        return tr("The codec %1 is not supported").arg(decoder.codec);
+        return tr("The codec %1 is not supported").arg(m_decoder.codec);
     GstElementPointer pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
     const QString errorText
-            = addElements(GST_BIN(pipeline.get()), elementRoles(*format, decoder.factoryName));
+            = addElements(GST_BIN(pipeline.get()), elementRoles(*format, m_decoder.factoryName));
     if (!errorText.isEmpty())
         return errorText;
     m_pipeline.adopt(std::move(pipeline));
@@ -205,6 +257,7 @@ void DecoderPipeline::reset()
     m_source.reset();
     m_sink.reset();
     m_pictures.clear();
+    m_isEnding = false;
     m_nextSequence = 0;
     m_answeredSequence = 0;
 }
@@ -226,9 +279,19 @@ bool DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &for
     return formats.isEmpty() || !usable.isEmpty();
 }
 
+/*! Whether no frame has come since the pipeline was built. */
+bool DecoderPipeline::isUnused() const
+{
+    return m_nextSequence == 0;
+}
+
 /*! Queues a frame; its \a timestamp is in microseconds. */
 bool DecoderPipeline::push(const QByteArray &data, quint64 timestamp)
 {
+    // Hardware decoders aren't content with a stream of unknown size.
+    const bool isSized = streamFormatOf(m_decoder.codec)->parser;
+    if (const GstCapsPointer caps = isSized ? nullptr : sizedCaps(data))
+        gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
     GstBuffer *buffer = wrap(data);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -244,6 +307,7 @@ bool DecoderPipeline::push(const QByteArray &data, quint64 timestamp)
 /*! Has everything decoded that is queued; endOfStreamReached() comes after the last picture. */
 void DecoderPipeline::endStream()
 {
+    m_isEnding = true;
     gst_app_src_end_of_stream(GST_APP_SRC(m_source.get()));
 }
 
@@ -254,11 +318,16 @@ int DecoderPipeline::backlog() const
     return queuedFrameCount() + int(m_pictures.size());
 }
 
-/*! How many frames the decoder has taken in since the last one for which it gave a picture. */
-int DecoderPipeline::unansweredCount() const
+/*!
+    Whether the decoder has taken in more frames without giving a picture than it holds back. Some
+    decoders wait for a key frame without a word when a frame was lost.
+*/
+bool DecoderPipeline::isSilent() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return int(m_nextSequence - m_answeredSequence) - queuedFrameCount();
+    const StreamFormat *format = streamFormatOf(m_decoder.codec);
+    const int heldBack = m_heldBack.value_or(format->maximumReordering);
+    return takenCount() - int(m_answeredSequence) > heldBack + maximumSilence;
 }
 
 void DecoderPipeline::configureSource(const char *streamCaps)
@@ -284,6 +353,11 @@ void DecoderPipeline::configureSink()
 int DecoderPipeline::queuedFrameCount() const
 {
     return m_source ? int(gst_app_src_get_current_level_buffers(GST_APP_SRC(m_source.get()))) : 0;
+}
+
+int DecoderPipeline::takenCount() const
+{
+    return int(m_nextSequence) - queuedFrameCount();
 }
 
 /*! Runs on the streaming thread. */
@@ -314,9 +388,12 @@ void DecoderPipeline::enqueue(GstSample *sample)
     const std::lock_guard<std::mutex> lock(m_mutex);
     const quint64 sequence = sequenceOf(buffer);
     const quint64 timestamp = m_timestamps[sequence % m_timestamps.size()];
+    // Most streams aren't reordered as much as they might be.
+    const int heldBack = takenCount() - int(sequence) - 1;
+    m_heldBack = qMax(m_heldBack.value_or(0), heldBack);
     m_answeredSequence = qMax(m_answeredSequence, sequence + 1);
-    m_pictures.push_back(
-            {VideoFrame::fromGst(buffer, info, qint64(timestamp)), VideoFormat::fromGst(info)});
+    m_pictures.push_back({VideoFrame::fromGst(buffer, info, qint64(timestamp)),
+                          VideoFormat::fromGst(info), std::chrono::steady_clock::now()});
     if (m_pictures.size() == 1)
         QMetaObject::invokeMethod(this, &DecoderPipeline::deliver, Qt::QueuedConnection);
 }
@@ -324,6 +401,9 @@ void DecoderPipeline::enqueue(GstSample *sample)
 bool DecoderPipeline::dequeue(Picture *picture)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto deadline = std::chrono::steady_clock::now() - maximumDelay;
+    while (!m_isEnding && m_pictures.size() > 1 && m_pictures.front().decodingTime < deadline)
+        m_pictures.pop_front();
     if (m_pictures.empty())
         return false;
     *picture = m_pictures.front();

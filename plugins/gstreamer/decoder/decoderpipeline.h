@@ -14,8 +14,10 @@
 #include <gst/app/gstappsink.h>
 
 #include <array>
+#include <chrono>
 #include <deque>
 #include <mutex>
+#include <optional>
 
 class DecoderPipeline : public QObject
 {
@@ -27,17 +29,19 @@ public:
 
     static bool isKnownCodec(const QString &codec);
 
-    QString build(const CodecElement &decoder);
+    void setDecoder(const CodecElement &decoder);
+    QString build();
     bool play();
     void reset();
 
     bool setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats);
 
+    bool isUnused() const;
     bool push(const QByteArray &data, quint64 timestamp);
     void endStream();
 
     int backlog() const;
-    int unansweredCount() const;
+    bool isSilent() const;
 
 Q_SIGNALS:
     void pictureDecoded(const QVideoFrame &picture, const QVideoSurfaceFormat &format);
@@ -49,11 +53,13 @@ private:
     {
         QVideoFrame frame;
         QVideoSurfaceFormat format;
+        std::chrono::steady_clock::time_point decodingTime;
     };
 
     void configureSource(const char *streamCaps);
     void configureSink();
     int queuedFrameCount() const;
+    int takenCount() const;
 
     static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
     static GstPadProbeReturn handleQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
@@ -63,15 +69,18 @@ private:
     void finish();
 
     Pipeline m_pipeline;
+    CodecElement m_decoder;
     GstElementPointer m_source;
     GstElementPointer m_sink;
     QList<QVideoFrame::PixelFormat> m_pixelFormats;
+    bool m_isEnding = false;
     quint64 m_nextSequence = 0;
 
     mutable std::mutex m_mutex;
     std::deque<Picture> m_pictures;
     std::array<quint64, 256> m_timestamps = {};
     quint64 m_answeredSequence = 0;
+    std::optional<int> m_heldBack;
 };
 
 #endif

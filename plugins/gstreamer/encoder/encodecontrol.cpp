@@ -4,6 +4,7 @@
 
 #include "encodecontrol.h"
 
+#include "logging.h"
 #include "videoformat.h"
 
 namespace {
@@ -38,6 +39,7 @@ EncodeControl::EncodeControl(QObject *parent) : QFLEncodeControl(parent), m_pipe
     connect(&m_pipeline, &EncoderPipeline::errorReported, this,
             &EncodeControl::handlePipelineError);
     connect(&m_pipeline, &EncoderPipeline::drained, this, &EncodeControl::handleDrained);
+    connect(&m_pipeline, &EncoderPipeline::pendingFell, this, &EncodeControl::pendingFell);
 }
 
 QStringList EncodeControl::supportedCodecs(bool hardwareOnly) const
@@ -81,22 +83,26 @@ QVideoEncoderSettings EncodeControl::streamSettings() const
 
 /*!
     Begins a run for frames of \a format, ending the present one first. False, after error(), when
-    the format or the settings can't be encoded or an element fails.
+    the format or the settings can't be encoded or an element fails. When a hardware element fails,
+    now or later, and the application named the codec only, the codec's next element takes over.
 */
 bool EncodeControl::start(const QVideoSurfaceFormat &format)
 {
     stop();
     ++m_run;
-    const EncoderConfiguration configuration(format, m_settings);
-    if (configuration.error() != QFLEncoder::NoError) {
-        reportError(configuration.error(), configuration.errorText());
+    m_configuration.emplace(format, m_settings);
+    if (m_configuration->error() != QFLEncoder::NoError) {
+        reportError(m_configuration->error(), m_configuration->errorText());
         return false;
     }
 
     setStatus(QFLEncoder::StartingStatus);
-    if (!m_pipeline.start(configuration))
+    if (!startPipeline()) {
+        setStatus(QFLEncoder::LoadedStatus);
+        reportError(m_failure.code, m_failure.text);
         return false;
-    m_streamSettings = configuration.streamSettings();
+    }
+    m_streamSettings = m_configuration->streamSettings();
     setStatus(QFLEncoder::StartedStatus);
     Q_EMIT streamStarted(m_streamSettings);
     return true;
@@ -129,9 +135,9 @@ void EncodeControl::stop()
 }
 
 /*!
-    False when the frame isn't accepted: outside a run, while draining, when two frames are waiting
-    already, or when it isn't of the run's size and format. The latter is an error, reported once in
-    a run.
+    False when the frame isn't accepted: outside a run, while draining, when it would have to wait
+    too long for the encoder, or when it isn't of the run's size and format. The latter is an error,
+    reported once in a run.
 */
 bool EncodeControl::encode(const QVideoFrame &frame)
 {
@@ -152,9 +158,33 @@ void EncodeControl::requestKeyFrame()
     m_pipeline.requestKeyFrame();
 }
 
+/*! How many raw frames wait for the encoder or are in it; any thread may ask. */
+int EncodeControl::pending()
+{
+    return m_pipeline.pending();
+}
+
 void EncodeControl::reportError(QFLEncoder::Error code, const QString &text)
 {
     Q_EMIT error(code, text);
+}
+
+bool EncodeControl::startPipeline()
+{
+    while (!m_pipeline.start(*m_configuration)) {
+        if (!fallBack())
+            return false;
+    }
+    return true;
+}
+
+bool EncodeControl::fallBack()
+{
+    if (!m_configuration->fallBack())
+        return false;
+    qCWarning(lcFaceLinkGStreamer, "%s; falling back to %s", qPrintable(m_failure.text),
+              m_configuration->element().factoryName.constData());
+    return true;
 }
 
 void EncodeControl::setStatus(QFLEncoder::Status status)
@@ -175,8 +205,17 @@ void EncodeControl::endRun()
 
 void EncodeControl::handlePipelineError(Pipeline::ErrorKind kind, const QString &text)
 {
+    const QString element = QString::fromLatin1(m_configuration->element().factoryName);
+    const QString named = text.contains(element) ? text : tr("%1: %2").arg(element, text);
+    m_failure = {encoderError(kind), named};
+    if (m_status == QFLEncoder::StartingStatus)
+        return;
+    if (fallBack() && startPipeline()) {
+        m_pipeline.setBitRate(m_streamSettings.bitRate());
+        return;
+    }
     endRun();
-    reportError(encoderError(kind), text);
+    reportError(m_failure.code, m_failure.text);
 }
 
 void EncodeControl::handleDrained()

@@ -9,6 +9,7 @@
 #include "qflencodecontrol.h"
 
 #include <atomic>
+#include <optional>
 
 class EncodeControl : public QFLEncodeControl
 {
@@ -33,20 +34,32 @@ public:
 
     void requestKeyFrame();
     void reportError(QFLEncoder::Error code, const QString &text);
+    int pending();
 
 Q_SIGNALS:
+    void pendingFell(int from, int to);
     void streamStarted(const QVideoEncoderSettings &settings);
     void streamDrained();
     void streamStopped();
 
 private:
+    bool startPipeline();
+    bool fallBack();
     void setStatus(QFLEncoder::Status status);
     void endRun();
     void handlePipelineError(Pipeline::ErrorKind kind, const QString &text);
     void handleDrained();
     void reportRefusedFrame(int run, const QString &text);
 
+    struct Failure
+    {
+        QFLEncoder::Error code = QFLEncoder::NoError;
+        QString text;
+    };
+
     EncoderPipeline m_pipeline;
+    std::optional<EncoderConfiguration> m_configuration;
+    Failure m_failure;
     QVideoEncoderSettings m_settings;
     QVideoEncoderSettings m_streamSettings;
     QFLEncoder::Status m_status = QFLEncoder::UnavailableStatus;

@@ -4,6 +4,8 @@
 
 #include "encoderconfiguration.h"
 
+#include "encodertraits.h"
+#include "gstpointers.h"
 #include "gstreamersetup.h"
 #include "videoformat.h"
 
@@ -11,19 +13,66 @@
 
 namespace {
 
-constexpr int smallestSide = 16;
 constexpr int largestSide = 4096;
 
 // 36864 macroblocks of 16x16 pixels, the most of level 5.2 in Table A-1 of ITU-T H.264.
 constexpr int largestArea = 36864 * 16 * 16;
 constexpr int smallestBitRate = 150000;
 constexpr qreal usualFrameRate = 30;
+constexpr qreal ceilingOfConstantQuality = 2;
 
 qreal effectiveFrameRate(qreal available, qreal wanted)
 {
     if (available <= 0)
         return wanted > 0 ? wanted : usualFrameRate;
     return wanted > 0 ? qMin(available, wanted) : available;
+}
+
+using RangeEnd = gint (*)(const GValue *);
+
+int sideOf(const GstStructure *caps, const char *side, RangeEnd end, int usual)
+{
+    const GValue *range = gst_structure_get_value(caps, side);
+    const bool isRange = range && GST_VALUE_HOLDS_INT_RANGE(range);
+    return isRange ? qMin(end(range), largestSide) : usual;
+}
+
+// What the element's kind takes by its own account, within what has been tried out.
+QSize limitOf(const CodecElement &element, RangeEnd end, int usual)
+{
+    QSize result(usual, usual);
+    const GstElementFactoryPointer factory(
+            gst_element_factory_find(element.factoryName.constData()));
+    const GList *node
+            = factory ? gst_element_factory_get_static_pad_templates(factory.get()) : nullptr;
+    for (; node; node = node->next) {
+        auto *padTemplate = static_cast<GstStaticPadTemplate *>(node->data);
+        const GstCapsPointer caps(gst_static_pad_template_get_caps(padTemplate));
+        if (padTemplate->direction != GST_PAD_SINK || gst_caps_get_size(caps.get()) == 0)
+            continue;
+        const GstStructure *structure = gst_caps_get_structure(caps.get(), 0);
+        result = QSize(sideOf(structure, "width", end, usual),
+                       sideOf(structure, "height", end, usual));
+    }
+    return result;
+}
+
+// How fine the quantizer may get for each quality, as a share of the coarsest: no difference can be
+// seen at the best, and blocks can be at the worst.
+qreal quantizerShare(QMultimedia::EncodingQuality quality)
+{
+    switch (quality) {
+    case QMultimedia::VeryLowQuality:
+        return 0.7;
+    case QMultimedia::LowQuality:
+        return 0.6;
+    case QMultimedia::HighQuality:
+        return 0.44;
+    case QMultimedia::VeryHighQuality:
+        return 0.36;
+    default:
+        return 0.52;
+    }
 }
 
 // Bits per pixel that leave a talking head without visible blocks at each quality.
@@ -45,20 +94,28 @@ qreal bitsPerPixel(QMultimedia::EncodingQuality quality)
 
 } // namespace
 
-QSize EncoderConfiguration::smallestSize()
+/*! The smallest width and the smallest height that \a element takes. */
+QSize EncoderConfiguration::smallestSize(const CodecElement &element)
 {
-    return QSize(smallestSide, smallestSide);
+    const int smallestSide = EncoderTraits::of(element.factoryName).smallestSide;
+    return limitOf(element, gst_value_get_int_range_min, smallestSide)
+            .expandedTo(QSize(smallestSide, smallestSide));
 }
 
-QSize EncoderConfiguration::largestSize()
+/*! The largest width and the largest height, which it may not take together. */
+QSize EncoderConfiguration::largestSize(const CodecElement &element)
 {
-    return QSize(largestSide, largestSide);
+    return limitOf(element, gst_value_get_int_range_max, largestSide);
 }
 
 /*!
     Works out how frames of \a format become a stream with \a settings. What the settings leave open
     (codec, size, frame rate, bit rate) follows from the frames. When that can't be done error() is
     not NoError, and the other values mean nothing.
+
+    A bit rate in the settings rules, whatever the encoding mode. Without one, constant quality
+    limits the quantizer, under a generous bit rate as the ceiling, and the other modes aim at the
+    bit rate that the quality usually takes.
 */
 EncoderConfiguration::EncoderConfiguration(const QVideoSurfaceFormat &format,
                                            const QVideoEncoderSettings &settings)
@@ -70,15 +127,12 @@ EncoderConfiguration::EncoderConfiguration(const QVideoSurfaceFormat &format,
     if (!checkCodec(settings.codec()) || !checkFormat(format) || !checkSize(outputSize()))
         return;
 
-    m_settings.setCodec(m_element.codec);
+    m_settings.setCodec(element().codec);
     const bool isFaster = format.frameRate() <= 0 || format.frameRate() > settings.frameRate();
     m_largestFrameRate = settings.frameRate() > 0 && isFaster ? settings.frameRate() : 0;
     m_settings.setFrameRate(effectiveFrameRate(format.frameRate(), settings.frameRate()));
-    if (settings.bitRate() <= 0) {
-        const qreal pixelRate = frameRate() * outputSize().width() * outputSize().height();
-        m_settings.setBitRate(
-                qMax(smallestBitRate, int(pixelRate * bitsPerPixel(settings.quality()))));
-    }
+    if (settings.bitRate() <= 0)
+        completeBitRate();
 }
 
 QFLEncoder::Error EncoderConfiguration::error() const
@@ -93,7 +147,19 @@ QString EncoderConfiguration::errorText() const
 
 CodecElement EncoderConfiguration::element() const
 {
-    return m_element;
+    return m_elements.value(0);
+}
+
+/*!
+    Turns to the next element, after one in hardware has failed. False if there is no other, or the
+    application named the element and not the codec.
+*/
+bool EncoderConfiguration::fallBack()
+{
+    if (!element().isHardwareAccelerated || m_elements.size() < 2)
+        return false;
+    m_elements.removeFirst();
+    return true;
 }
 
 const GstVideoInfo &EncoderConfiguration::inputInfo() const
@@ -124,6 +190,15 @@ int EncoderConfiguration::bitRate() const
 }
 
 /*!
+    The finest quantizer to use for constant quality, as a share of the coarsest that the codec has;
+    0 when the bit rate alone decides.
+*/
+qreal EncoderConfiguration::finestQuantizer() const
+{
+    return m_finestQuantizer;
+}
+
+/*!
     The settings of the stream to come, complete, and with the codec's name even if an id was asked
     for.
 */
@@ -137,8 +212,8 @@ bool EncoderConfiguration::checkCodec(const QString &codec)
     QString setupError;
     if (!GStreamerSetup::initialize(&setupError))
         return fail(QFLEncoder::ResourceError, setupError);
-    m_element = Codecs::find(Codecs::encoders(), codec);
-    if (!m_element.factoryName.isEmpty())
+    m_elements = Codecs::findAll(Codecs::encoders(), codec);
+    if (!m_elements.isEmpty())
         return true;
     return fail(QFLEncoder::ResourceError,
                 codec.isEmpty() ? tr("There is no encoder")
@@ -161,18 +236,34 @@ bool EncoderConfiguration::checkFormat(const QVideoSurfaceFormat &format)
 
 bool EncoderConfiguration::checkSize(const QSize &size)
 {
-    const QSize bounded = size.boundedTo(largestSize()).expandedTo(smallestSize());
+    const QSize smallest = smallestSize(element());
+    const QSize largest = largestSize(element());
+    const QSize bounded = size.boundedTo(largest).expandedTo(smallest);
     const bool isEven = size.width() % 2 == 0 && size.height() % 2 == 0;
     if (size == bounded && isEven && size.width() * size.height() <= largestArea)
         return true;
     return fail(QFLEncoder::FormatError,
-                tr("Video of %1x%2 pixels cannot be encoded: both must be even and from %3 to %4, "
-                   "with %5 pixels at most")
+                tr("Video of %1x%2 pixels cannot be encoded: both must be even and from %3x%4 to "
+                   "%5x%6, with %7 pixels at most")
                         .arg(size.width())
                         .arg(size.height())
-                        .arg(smallestSide)
-                        .arg(largestSide)
+                        .arg(smallest.width())
+                        .arg(smallest.height())
+                        .arg(largest.width())
+                        .arg(largest.height())
                         .arg(largestArea));
+}
+
+void EncoderConfiguration::completeBitRate()
+{
+    const QMultimedia::EncodingQuality quality = m_settings.quality();
+    const qreal pixelRate = frameRate() * outputSize().width() * outputSize().height();
+    qreal bitRate = pixelRate * bitsPerPixel(quality);
+    if (m_settings.encodingMode() == QMultimedia::ConstantQualityEncoding) {
+        m_finestQuantizer = quantizerShare(quality);
+        bitRate *= ceilingOfConstantQuality;
+    }
+    m_settings.setBitRate(qMax(smallestBitRate, int(bitRate)));
 }
 
 bool EncoderConfiguration::fail(QFLEncoder::Error error, const QString &text)

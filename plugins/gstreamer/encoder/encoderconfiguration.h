@@ -19,8 +19,8 @@ class EncoderConfiguration
     Q_DECLARE_TR_FUNCTIONS(EncoderConfiguration)
 
 public:
-    static QSize smallestSize();
-    static QSize largestSize();
+    static QSize smallestSize(const CodecElement &element);
+    static QSize largestSize(const CodecElement &element);
 
     EncoderConfiguration(const QVideoSurfaceFormat &format, const QVideoEncoderSettings &settings);
 
@@ -28,25 +28,30 @@ public:
     QString errorText() const;
 
     CodecElement element() const;
+    bool fallBack();
+
     const GstVideoInfo &inputInfo() const;
     QSize outputSize() const;
     qreal frameRate() const;
     qreal largestFrameRate() const;
     int bitRate() const;
+    qreal finestQuantizer() const;
     QVideoEncoderSettings streamSettings() const;
 
 private:
     bool checkCodec(const QString &codec);
     bool checkFormat(const QVideoSurfaceFormat &format);
     bool checkSize(const QSize &size);
+    void completeBitRate();
     bool fail(QFLEncoder::Error error, const QString &text);
 
     QFLEncoder::Error m_error = QFLEncoder::NoError;
     QString m_errorText;
-    CodecElement m_element;
+    QVector<CodecElement> m_elements;
     GstVideoInfo m_inputInfo;
     QVideoEncoderSettings m_settings;
     qreal m_largestFrameRate = 0;
+    qreal m_finestQuantizer = 0;
 };
 
 #endif

@@ -1,46 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
 // SPDX-License-Identifier: LGPL-3.0-or-later
-// Sets encoder elements up for live video without delay.
+// Sets an encoder element up for live video, and makes it produce key frames.
 
 #include "encoderelement.h"
 
-#include <QtCore/qbytearray.h>
+#include "encoderconfiguration.h"
+#include "logging.h"
 
 #include <gst/video/video.h>
 
 namespace {
 
-struct PropertySetting
-{
-    const char *factoryName;
-    const char *property;
-    const char *value;
-};
-
-// By default x264enc holds frames back, and vp8enc on several busy cores falls seconds behind.
-const PropertySetting liveSettings[] = {
-        {"x264enc", "tune", "zerolatency"},
-        {"x264enc", "speed-preset", "superfast"},
-        {"openh264enc", "rate-control", "bitrate"},
-        {"openh264enc", "complexity", "low"},
-        {"vp8enc", "deadline", "1"},
-        {"vp8enc", "cpu-used", "-12"},
-        {"vp8enc", "threads", "1"},
-        {"vp8enc", "end-usage", "cbr"},
-        {"vp8enc", "lag-in-frames", "0"},
-};
-
-const char *const keyFrameDistanceProperties[]
-        = {"key-int-max", "gop-size", "keyframe-max-dist", "keyframe-period"};
-
-const char *const bitRateProperties[] = {"bitrate", "target-bitrate"};
-
 constexpr qreal secondsBetweenKeyFrames = 2;
-
-GParamSpec *property(GstElement *element, const char *name)
-{
-    return g_object_class_find_property(G_OBJECT_GET_CLASS(element), name);
-}
 
 bool isInKilobits(GParamSpec *parameter)
 {
@@ -49,44 +20,124 @@ bool isInKilobits(GParamSpec *parameter)
             || description.contains("kilobit");
 }
 
-void setNumber(GstElement *element, const char *name, qint64 value)
-{
-    gst_util_set_object_arg(G_OBJECT(element), name, QByteArray::number(value).constData());
-}
-
 } // namespace
 
 /*!
-    Makes \a encoder, which isn't running yet, return each frame before it is given the next, with a
-    key frame at regular intervals, so that a receiver that joins late gets a picture without
-    asking.
+    Makes \a element, which is linked but doesn't run yet, return each frame before it is given the
+    next, with a key frame at regular intervals, so that a receiver that joins late gets a picture
+    without asking. Options that the application set are properties of the element and come last.
 */
-void EncoderElement::configure(GstElement *encoder, qreal frameRate)
+EncoderElement::EncoderElement(GstElementPointer element, const EncoderConfiguration &configuration)
+    : m_element(std::move(element)),
+      m_traits(EncoderTraits::of(configuration.element().factoryName)),
+      m_keyFrameDistance(qMax(1, qRound(configuration.frameRate() * secondsBetweenKeyFrames)))
 {
-    const QByteArray factoryName = GST_OBJECT_NAME(gst_element_get_factory(encoder));
-    for (const PropertySetting &setting : liveSettings) {
-        if (factoryName == setting.factoryName)
-            gst_util_set_object_arg(G_OBJECT(encoder), setting.property, setting.value);
-    }
-    for (const char *name : keyFrameDistanceProperties) {
-        if (property(encoder, name))
-            setNumber(encoder, name, qMax(1, qRound(frameRate * secondsBetweenKeyFrames)));
-    }
+    apply(m_traits.live);
+    apply(m_traits.keyFrameDistance);
+    if (configuration.finestQuantizer() > 0)
+        setFinestQuantizer(configuration.finestQuantizer());
+    setBitRate(configuration.bitRate());
+    setOptions(configuration);
+
+    const GstPadPointer sink(gst_element_get_static_pad(m_element.get(), "sink"));
+    m_input.reset(gst_pad_get_peer(sink.get()));
+    m_probe = gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_BUFFER, beforeFrame, this,
+                                nullptr);
+}
+
+/*! The element's pipeline must not run any more. */
+EncoderElement::~EncoderElement()
+{
+    gst_pad_remove_probe(m_input.get(), m_probe);
 }
 
 /*! Sets the target, in bits per second; a running encoder takes it on at once. */
-void EncoderElement::setBitRate(GstElement *encoder, int bitRate)
+void EncoderElement::setBitRate(int bitRate)
 {
-    for (const char *name : bitRateProperties) {
-        GParamSpec *parameter = property(encoder, name);
-        if (parameter)
-            setNumber(encoder, name, isInKilobits(parameter) ? qMax(1, bitRate / 1000) : bitRate);
+    QByteArray settings = m_traits.bitRate;
+    settings.replace("%bits", QByteArray::number(bitRate));
+    settings.replace("%kilobits", QByteArray::number(qMax(1, bitRate / 1000)));
+    for (const QByteArray &setting : settings.split(' ')) {
+        GParamSpec *parameter = property(setting.left(setting.indexOf('=')));
+        const bool isInThousands = parameter && isInKilobits(parameter);
+        const QByteArray number
+                = QByteArray::number(isInThousands ? qMax(1, bitRate / 1000) : bitRate);
+        apply(QByteArray(setting).replace("%unit", number));
     }
 }
 
-/*! Makes the next frame that enters \a encoder a key frame. */
-void EncoderElement::requestKeyFrame(GstElement *encoder)
+/*! Makes the next frame that enters the element a key frame, by whatever the element obeys. */
+void EncoderElement::requestKeyFrame()
 {
-    gst_element_send_event(
-            encoder, gst_video_event_new_upstream_force_key_unit(GST_CLOCK_TIME_NONE, TRUE, 0));
+    m_order = m_traits.takesKeyFrameRequests ? KeyFrameOrder : RestartOrder;
+}
+
+/*! Makes the next frame that enters the element a key frame; no element can ignore this. */
+void EncoderElement::restart()
+{
+    m_order = RestartOrder;
+}
+
+GParamSpec *EncoderElement::property(const QByteArray &name) const
+{
+    return g_object_class_find_property(G_OBJECT_GET_CLASS(m_element.get()), name.constData());
+}
+
+void EncoderElement::setFinestQuantizer(qreal share)
+{
+    const int quantizer = qRound(share * m_traits.largestQuantizer);
+    apply(QByteArray(m_traits.constantQuality).replace("%quantizer", QByteArray::number(quantizer)));
+}
+
+void EncoderElement::setOptions(const EncoderConfiguration &configuration)
+{
+    const QVariantMap options = configuration.streamSettings().encodingOptions();
+    for (auto option = options.begin(); option != options.end(); ++option) {
+        if (!property(option.key().toUtf8()))
+            qCWarning(lcFaceLinkGStreamer)
+                    << configuration.element().factoryName << "has no property" << option.key();
+        else
+            set(option.key().toUtf8(), option.value().toString().toUtf8());
+    }
+}
+
+void EncoderElement::set(const QByteArray &name, const QByteArray &value)
+{
+    gst_util_set_object_arg(G_OBJECT(m_element.get()), name.constData(), value.constData());
+}
+
+void EncoderElement::apply(QByteArray settings)
+{
+    settings.replace("%distance", QByteArray::number(m_keyFrameDistance));
+    for (const QByteArray &setting : settings.split(' ')) {
+        const int separator = setting.indexOf('=');
+        if (property(setting.left(separator)))
+            set(setting.left(separator), setting.mid(separator + 1));
+    }
+}
+
+// Runs on the streaming thread, just before a frame enters the element.
+GstPadProbeReturn EncoderElement::beforeFrame(GstPad *input, GstPadProbeInfo *, gpointer self)
+{
+    auto *element = static_cast<EncoderElement *>(self);
+    const Order order = element->m_order.exchange(NoOrder);
+    if (order == KeyFrameOrder) {
+        gst_pad_push_event(
+                input,
+                gst_video_event_new_downstream_force_key_unit(
+                        GST_CLOCK_TIME_NONE, GST_CLOCK_TIME_NONE, GST_CLOCK_TIME_NONE, TRUE, 0));
+    } else if (order == RestartOrder) {
+        element->restartBehind(input);
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+// The frame waits here, so none is lost. Linking again makes the input repeat its format.
+void EncoderElement::restartBehind(GstPad *input)
+{
+    const GstPadPointer sink(gst_element_get_static_pad(m_element.get(), "sink"));
+    gst_pad_unlink(input, sink.get());
+    gst_element_set_state(m_element.get(), GST_STATE_READY);
+    gst_element_sync_state_with_parent(m_element.get());
+    gst_pad_link(input, sink.get());
 }

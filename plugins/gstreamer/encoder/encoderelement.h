@@ -1,20 +1,47 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
 // SPDX-License-Identifier: LGPL-3.0-or-later
-// Sets encoder elements up for live video without delay.
+// Sets an encoder element up for live video, and makes it produce key frames.
 
 #ifndef ENCODERELEMENT_H
 #define ENCODERELEMENT_H
 
-#include <gst/gst.h>
+#include "encodertraits.h"
+#include "gstpointers.h"
 
-#include <QtCore/qglobal.h>
+#include <atomic>
 
-namespace EncoderElement {
+class EncoderConfiguration;
 
-void configure(GstElement *encoder, qreal frameRate);
-void setBitRate(GstElement *encoder, int bitRate);
-void requestKeyFrame(GstElement *encoder);
+class EncoderElement
+{
+public:
+    EncoderElement(GstElementPointer element, const EncoderConfiguration &configuration);
+    ~EncoderElement();
 
-} // namespace EncoderElement
+    void setBitRate(int bitRate);
+    void requestKeyFrame();
+    void restart();
+
+private:
+    Q_DISABLE_COPY(EncoderElement)
+
+    enum Order { NoOrder, KeyFrameOrder, RestartOrder };
+
+    GParamSpec *property(const QByteArray &name) const;
+    void setFinestQuantizer(qreal share);
+    void setOptions(const EncoderConfiguration &configuration);
+    void set(const QByteArray &name, const QByteArray &value);
+    void apply(QByteArray settings);
+
+    static GstPadProbeReturn beforeFrame(GstPad *input, GstPadProbeInfo *info, gpointer self);
+    void restartBehind(GstPad *input);
+
+    const GstElementPointer m_element;
+    const EncoderTraits &m_traits;
+    const int m_keyFrameDistance;
+    GstPadPointer m_input;
+    gulong m_probe = 0;
+    std::atomic<Order> m_order = NoOrder;
+};
 
 #endif

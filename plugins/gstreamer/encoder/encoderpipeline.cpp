@@ -4,12 +4,14 @@
 
 #include "encoderpipeline.h"
 
-#include "encoderelement.h"
 #include "videoformat.h"
 
 namespace {
 
 constexpr qint64 millisecondsBetweenKeyFrameRequests = 500;
+
+// Those that were on their way when the request was made come first.
+constexpr int framesUntilRestart = 5;
 
 // Only what every receiver can decode: an encoder that is given 4:2:2 or 4:4:4 makes a stream of a
 // profile that few have.
@@ -51,6 +53,12 @@ QByteArray streamFormat(const QString &codec)
         return "h264parse config-interval=-1 ! "
                "video/x-h264,stream-format=byte-stream,alignment=au ! ";
     }
+    if (codec == QLatin1String("H265")) {
+        return "h265parse config-interval=-1 ! "
+               "video/x-h265,stream-format=byte-stream,alignment=au ! ";
+    }
+    if (codec == QLatin1String("AV1"))
+        return "video/x-av1,stream-format=obu-stream,alignment=tu ! ";
     return QByteArray();
 }
 
@@ -60,6 +68,17 @@ QByteArray description(const EncoderConfiguration &configuration)
             + conversion(configuration) + configuration.element().factoryName + " name=encoder ! "
             + streamFormat(configuration.element().codec)
             + "appsink name=sink sync=false async=false enable-last-sample=false";
+}
+
+QFLEncodedVideoFrame encodedFrame(GstBuffer *buffer, quint64 timestamp)
+{
+    const bool isKeyFrame = !GST_BUFFER_FLAG_IS_SET(buffer, GST_BUFFER_FLAG_DELTA_UNIT);
+    QFLEncodedVideoFrame::MetaData meta;
+    meta.type = isKeyFrame ? QFLEncodedVideoFrame::Type_Key : QFLEncodedVideoFrame::Type_Intra;
+    meta.timestamp = timestamp;
+    QByteArray data(int(gst_buffer_get_size(buffer)), Qt::Uninitialized);
+    gst_buffer_extract(buffer, 0, data.data(), gsize(data.size()));
+    return QFLEncodedVideoFrame(data, meta);
 }
 
 GstCapsPointer inputCaps(const EncoderConfiguration &configuration)
@@ -76,10 +95,11 @@ GstCapsPointer inputCaps(const EncoderConfiguration &configuration)
     Runs in the thread it lives in, where it also emits its signals; only encode() may be called
     from other threads. Frames are emitted in the order in which they left the encoder.
 */
-EncoderPipeline::EncoderPipeline(QObject *parent) : QObject(parent), m_pipeline(this)
+EncoderPipeline::EncoderPipeline(QObject *parent) : QObject(parent), m_pipeline(this), m_input(this)
 {
     connect(&m_pipeline, &Pipeline::errorReported, this, &EncoderPipeline::errorReported);
     connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &EncoderPipeline::finishDrain);
+    connect(&m_input, &RawFrameQueue::pendingFell, this, &EncoderPipeline::pendingFell);
 }
 
 EncoderPipeline::~EncoderPipeline()
@@ -155,7 +175,13 @@ void EncoderPipeline::requestKeyFrame()
 void EncoderPipeline::setBitRate(int bitRate)
 {
     if (m_encoder)
-        EncoderElement::setBitRate(m_encoder.get(), bitRate);
+        m_encoder->setBitRate(bitRate);
+}
+
+/*! How many raw frames are held; any thread may ask. */
+int EncoderPipeline::pending()
+{
+    return m_input.pending();
 }
 
 bool EncoderPipeline::build(const EncoderConfiguration &configuration)
@@ -175,13 +201,11 @@ bool EncoderPipeline::build(const EncoderConfiguration &configuration)
 
 void EncoderPipeline::setUp(const EncoderConfiguration &configuration)
 {
-    m_encoder = m_pipeline.element("encoder");
-    EncoderElement::configure(m_encoder.get(), configuration.frameRate());
-    EncoderElement::setBitRate(m_encoder.get(), configuration.bitRate());
+    m_encoder = std::make_unique<EncoderElement>(m_pipeline.element("encoder"), configuration);
 
     GstElementPointer source = m_pipeline.element("source");
     gst_app_src_set_caps(GST_APP_SRC(source.get()), inputCaps(configuration).get());
-    m_input.open(std::move(source), configuration.inputInfo(), configuration.largestFrameRate());
+    m_input.open(std::move(source), configuration);
 
     GstAppSinkCallbacks callbacks = {};
     callbacks.new_sample = handleSample;
@@ -201,24 +225,13 @@ GstFlowReturn EncoderPipeline::handleSample(GstAppSink *sink, gpointer self)
     const GstSamplePointer sample(gst_app_sink_pull_sample(sink));
     if (!sample)
         return GST_FLOW_EOS;
-    pipeline->enqueue(pipeline->encodedFrame(sample.get()));
-    return GST_FLOW_OK;
-}
-
-QFLEncodedVideoFrame EncoderPipeline::encodedFrame(GstSample *sample)
-{
-    GstBuffer *buffer = gst_sample_get_buffer(sample);
     // Encoders may shift times and say so in the segment.
-    const GstClockTime runningTime = gst_segment_to_running_time(
-            gst_sample_get_segment(sample), GST_FORMAT_TIME, GST_BUFFER_PTS(buffer));
-    const bool isKeyFrame = !GST_BUFFER_FLAG_IS_SET(buffer, GST_BUFFER_FLAG_DELTA_UNIT);
-
-    QFLEncodedVideoFrame::MetaData meta;
-    meta.type = isKeyFrame ? QFLEncodedVideoFrame::Type_Key : QFLEncodedVideoFrame::Type_Intra;
-    meta.timestamp = m_input.takeTimestamp(runningTime);
-    QByteArray data(int(gst_buffer_get_size(buffer)), Qt::Uninitialized);
-    gst_buffer_extract(buffer, 0, data.data(), gsize(data.size()));
-    return QFLEncodedVideoFrame(data, meta);
+    const GstClockTime runningTime
+            = gst_segment_to_running_time(gst_sample_get_segment(sample.get()), GST_FORMAT_TIME,
+                                          GST_BUFFER_PTS(gst_sample_get_buffer(sample.get())));
+    pipeline->enqueue(encodedFrame(gst_sample_get_buffer(sample.get()),
+                                   pipeline->m_input.takeTimestamp(runningTime)));
+    return GST_FLOW_OK;
 }
 
 void EncoderPipeline::enqueue(const QFLEncodedVideoFrame &frame)
@@ -268,18 +281,29 @@ void EncoderPipeline::deliver(const QFLEncodedVideoFrame &frame)
         m_keyFrameRequested = false;
         m_dropsUntilKeyFrame = false;
     } else if (m_keyFrameWanted) {
-        requestKeyFrame();
+        handleMissingKeyFrame();
     }
     if (!m_dropsUntilKeyFrame)
         Q_EMIT encodedVideoFrame(frame);
+}
+
+void EncoderPipeline::handleMissingKeyFrame()
+{
+    if (!m_keyFrameRequested) {
+        requestKeyFrame();
+    } else if (++m_framesSinceRequest >= framesUntilRestart) {
+        m_framesSinceRequest = 0;
+        m_encoder->restart();
+    }
 }
 
 void EncoderPipeline::sendKeyFrameRequest()
 {
     m_keyFrameWanted = true;
     m_keyFrameRequested = true;
+    m_framesSinceRequest = 0;
     m_lastKeyFrameRequest.start();
-    EncoderElement::requestKeyFrame(m_encoder.get());
+    m_encoder->requestKeyFrame();
 }
 
 // A source that has sent the end of the stream comes back to life only by way of READY.

@@ -6,6 +6,7 @@
 #define ENCODERPIPELINE_H
 
 #include "encoderconfiguration.h"
+#include "encoderelement.h"
 #include "pipeline.h"
 #include "qflencodedvideoframe.h"
 #include "rawframequeue.h"
@@ -31,11 +32,13 @@ public:
 
     void requestKeyFrame();
     void setBitRate(int bitRate);
+    int pending();
 
 Q_SIGNALS:
     void encodedVideoFrame(const QFLEncodedVideoFrame &frame);
     void errorReported(Pipeline::ErrorKind kind, const QString &text);
     void drained();
+    void pendingFell(int from, int to);
 
 private:
     bool build(const EncoderConfiguration &configuration);
@@ -43,19 +46,19 @@ private:
     bool play();
 
     static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
-    QFLEncodedVideoFrame encodedFrame(GstSample *sample);
     void enqueue(const QFLEncodedVideoFrame &frame);
     bool takeFrame(QFLEncodedVideoFrame *frame);
     void clearFrames();
 
     void deliverFrames();
     void deliver(const QFLEncodedVideoFrame &frame);
+    void handleMissingKeyFrame();
     void sendKeyFrameRequest();
     void finishDrain();
 
     Pipeline m_pipeline;
     RawFrameQueue m_input;
-    GstElementPointer m_encoder;
+    std::unique_ptr<EncoderElement> m_encoder;
 
     QMutex m_mutex;
     QVector<QFLEncodedVideoFrame> m_frames;
@@ -64,6 +67,7 @@ private:
     QElapsedTimer m_lastKeyFrameRequest;
     bool m_keyFrameWanted = false;
     bool m_keyFrameRequested = false;
+    int m_framesSinceRequest = 0;
     bool m_dropsUntilKeyFrame = false;
 };
 

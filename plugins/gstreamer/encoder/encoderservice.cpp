@@ -4,6 +4,7 @@
 
 #include "encoderservice.h"
 
+#include "codecqueuecontrol.h"
 #include "encodecontrol.h"
 #include "encodedvideosourcecontrol.h"
 #include "encodersettingscontrol.h"
@@ -12,7 +13,8 @@ EncoderService::EncoderService(QObject *parent)
     : QMediaService(parent),
       m_encodeControl(new EncodeControl(this)),
       m_settingsControl(new EncoderSettingsControl(m_encodeControl, this)),
-      m_sourceControl(new EncodedVideoSourceControl(m_encodeControl, this))
+      m_sourceControl(new EncodedVideoSourceControl(m_encodeControl, this)),
+      m_queueControl(new CodecQueueControl(m_encodeControl, this))
 {
 }
 
@@ -32,6 +34,8 @@ QMediaControl *EncoderService::requestControl(const char *name)
         return m_settingsControl;
     if (identifier == QFLEncodedVideoSourceControl_iid)
         return m_sourceControl;
+    if (identifier == QFLCodecQueueControl_iid)
+        return m_queueControl;
     return nullptr;
 }
 

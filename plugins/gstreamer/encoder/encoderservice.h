@@ -7,6 +7,7 @@
 
 #include <QtMultimedia/qmediaservice.h>
 
+class CodecQueueControl;
 class EncodeControl;
 class EncodedVideoSourceControl;
 class EncoderSettingsControl;
@@ -26,6 +27,7 @@ private:
     EncodeControl *m_encodeControl;
     EncoderSettingsControl *m_settingsControl;
     EncodedVideoSourceControl *m_sourceControl;
+    CodecQueueControl *m_queueControl;
 };
 
 #endif

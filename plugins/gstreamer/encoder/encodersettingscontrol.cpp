@@ -13,13 +13,20 @@ EncoderSettingsControl::EncoderSettingsControl(EncodeControl *encodeControl, QOb
 {
 }
 
-/*! The smallest and the largest size; all even sizes between them are possible. */
-QList<QSize> EncoderSettingsControl::supportedResolutions(const QVideoEncoderSettings &,
+/*!
+    The smallest and the largest size for the codec of \a settings; all even sizes between them are
+    possible. None for an unknown codec.
+*/
+QList<QSize> EncoderSettingsControl::supportedResolutions(const QVideoEncoderSettings &settings,
                                                           bool *continuous) const
 {
     if (continuous)
         *continuous = true;
-    return {EncoderConfiguration::smallestSize(), EncoderConfiguration::largestSize()};
+    const CodecElement element = Codecs::find(Codecs::encoders(), settings.codec());
+    if (element.factoryName.isEmpty())
+        return QList<QSize>();
+    return {EncoderConfiguration::smallestSize(element),
+            EncoderConfiguration::largestSize(element)};
 }
 
 /*! The lowest and the highest rate; all between them are possible. */

@@ -4,11 +4,11 @@
 
 #include "rawframequeue.h"
 
+#include "encoderconfiguration.h"
 #include "videoframe.h"
 
 namespace {
 
-constexpr std::size_t capacity = 2;
 constexpr qint64 longestGap = 10 * G_USEC_PER_SEC;
 
 GstAppSrc *appSource(const GstElementPointer &source)
@@ -19,32 +19,52 @@ GstAppSrc *appSource(const GstElementPointer &source)
 } // namespace
 
 /*!
-    Holds at most two raw frames until the pipeline's source asks for them, so that a slow encoder
-    refuses frames instead of falling behind. Any thread may call append(); the other functions but
-    takeTimestamp() belong to the thread that changes the pipeline's state.
+    Holds at most three raw frames, one of them in the encoder and two waiting for it, and fewer
+    when the encoder is slow, which then refuses frames instead of falling behind. Whoever goes by
+    pendingFell() never has a frame refused. An encoder that takes several frames in before the
+    first comes out is given them.
+
+    Any thread may call append() and pending(); takeTimestamp() belongs to the streaming thread, the
+    other functions to the thread that changes the pipeline's state.
 */
+
+/*!
+    \fn void RawFrameQueue::pendingFell(int from, int to)
+
+    Emitted by whatever thread made the number of held frames smaller.
+*/
+
+RawFrameQueue::RawFrameQueue(QObject *parent) : QObject(parent) { }
+
 RawFrameQueue::~RawFrameQueue()
 {
     close();
 }
 
 /*!
-    Begins a run: frames that fit \a info are accepted for \a source, at most \a frameRate a second
-    (0: all of them). The source's pipeline must not be running yet.
+    Begins a run: frames that fit \a configuration are accepted for \a source, at most its largest
+    frame rate a second. The source's pipeline must not be running yet.
 */
-void RawFrameQueue::open(GstElementPointer source, const GstVideoInfo &info, qreal largestFrameRate)
+void RawFrameQueue::open(GstElementPointer source, const EncoderConfiguration &configuration)
 {
     const QMutexLocker locker(&m_mutex);
     GstAppSrcCallbacks callbacks = {};
     callbacks.need_data = needData;
     gst_app_src_set_callbacks(GST_APP_SRC(source.get()), &callbacks, this, nullptr);
     m_source = std::move(source);
-    m_info = info;
-    m_period = largestFrameRate > 0 ? qint64(G_USEC_PER_SEC / largestFrameRate) : 0;
+    m_info = configuration.inputInfo();
+    m_period = configuration.largestFrameRate() > 0
+            ? qint64(G_USEC_PER_SEC / configuration.largestFrameRate())
+            : 0;
+    m_inputInterval = qint64(G_USEC_PER_SEC * 1000 / configuration.frameRate());
+    m_isBehind = false;
+    m_encodingTime = 0;
+    m_encodingTimeBefore = 0;
     m_lastPresentationTime = GST_CLOCK_TIME_NONE;
     m_timestamps.clear();
     m_errorReported = false;
     m_sourceIsHungry = false;
+    m_isEncoding = false;
     m_isFinishing = false;
 }
 
@@ -53,6 +73,7 @@ void RawFrameQueue::reopen()
 {
     const QMutexLocker locker(&m_mutex);
     m_sourceIsHungry = false;
+    m_isEncoding = false;
     m_isFinishing = false;
 }
 
@@ -62,6 +83,7 @@ void RawFrameQueue::close()
     const QMutexLocker locker(&m_mutex);
     m_source.reset();
     m_buffers.clear();
+    m_isEncoding = false;
 }
 
 /*!
@@ -74,7 +96,7 @@ void RawFrameQueue::close()
 bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
 {
     const QMutexLocker locker(&m_mutex);
-    if (!m_source || m_isFinishing || m_buffers.size() >= capacity)
+    if (!m_source || m_isFinishing || !hasRoom())
         return false;
 
     QString problem;
@@ -98,8 +120,10 @@ bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
 /*! Drops the frames that the pipeline hasn't taken yet. */
 void RawFrameQueue::clear()
 {
-    const QMutexLocker locker(&m_mutex);
+    QMutexLocker locker(&m_mutex);
+    const int before = held();
     m_buffers.clear();
+    reportFall(before, &locker);
 }
 
 /*! Refuses frames and ends the stream after those that are already here. */
@@ -113,16 +137,26 @@ void RawFrameQueue::finish()
         gst_app_src_end_of_stream(appSource(m_source));
 }
 
+/*! How many frames are held. */
+int RawFrameQueue::pending()
+{
+    const QMutexLocker locker(&m_mutex);
+    return held();
+}
+
 /*!
     The time in microseconds of the raw frame that became the encoded frame at \a runningTime; it
     and the earlier ones are forgotten.
 */
 quint64 RawFrameQueue::takeTimestamp(GstClockTime runningTime)
 {
-    const QMutexLocker locker(&m_mutex);
+    QMutexLocker locker(&m_mutex);
     quint64 timestamp = 0;
     while (!m_timestamps.isEmpty() && m_timestamps.firstKey() <= runningTime)
         timestamp = m_timestamps.take(m_timestamps.firstKey());
+    const int before = held();
+    finishEncoding();
+    reportFall(before, &locker);
     return timestamp;
 }
 
@@ -130,15 +164,55 @@ quint64 RawFrameQueue::takeTimestamp(GstClockTime runningTime)
 void RawFrameQueue::needData(GstAppSrc *, guint, gpointer self)
 {
     auto *queue = static_cast<RawFrameQueue *>(self);
-    const QMutexLocker locker(&queue->m_mutex);
+    QMutexLocker locker(&queue->m_mutex);
     if (!queue->m_source)
         return;
+    const int before = queue->held();
+    queue->finishEncoding();
     if (!queue->m_buffers.empty())
         queue->pushNext();
     else if (queue->m_isFinishing)
         gst_app_src_end_of_stream(appSource(queue->m_source));
     else
         queue->m_sourceIsHungry = true;
+    queue->reportFall(before, &locker);
+}
+
+// Gives the lock back first: whoever listens may ask for the number of frames.
+void RawFrameQueue::reportFall(int before, QMutexLocker *locker)
+{
+    const int now = held();
+    locker->unlock();
+    if (now < before)
+        Q_EMIT pendingFell(before, now);
+}
+
+// Once an encoder has proved too slow, a frame is accepted only if its turn comes before the next
+// frame does: an earlier one would be older by then, and not one more be encoded.
+bool RawFrameQueue::hasRoom()
+{
+    if (held() >= capacity) {
+        m_isBehind = true;
+        return false;
+    }
+    if (!m_isBehind || !m_isEncoding)
+        return true;
+    const qint64 usualTime = (m_encodingTime + m_encodingTimeBefore) / 2;
+    return held() * usualTime - m_encodingSince.nsecsElapsed() <= m_inputInterval;
+}
+
+void RawFrameQueue::finishEncoding()
+{
+    if (m_isEncoding) {
+        m_encodingTimeBefore = m_encodingTime;
+        m_encodingTime = m_encodingSince.nsecsElapsed();
+    }
+    m_isEncoding = false;
+}
+
+int RawFrameQueue::held() const
+{
+    return int(m_buffers.size()) + (m_isEncoding ? 1 : 0);
 }
 
 GstBufferPointer RawFrameQueue::stamped(GstBufferPointer buffer, qint64 time)
@@ -155,6 +229,8 @@ GstBufferPointer RawFrameQueue::stamped(GstBufferPointer buffer, qint64 time)
 void RawFrameQueue::pushNext()
 {
     m_sourceIsHungry = false;
+    m_isEncoding = true;
+    m_encodingSince.start();
     GstBufferPointer buffer = std::move(m_buffers.front());
     m_buffers.pop_front();
     gst_app_src_push_buffer(appSource(m_source), buffer.release());

@@ -7,8 +7,10 @@
 
 #include "gstpointers.h"
 
+#include <QtCore/qelapsedtimer.h>
 #include <QtCore/qmap.h>
 #include <QtCore/qmutex.h>
+#include <QtCore/qobject.h>
 #include <QtMultimedia/qvideoframe.h>
 
 #include <gst/app/gstappsrc.h>
@@ -16,13 +18,19 @@
 
 #include <deque>
 
-class RawFrameQueue
-{
-public:
-    RawFrameQueue() = default;
-    ~RawFrameQueue();
+class EncoderConfiguration;
 
-    void open(GstElementPointer source, const GstVideoInfo &info, qreal largestFrameRate);
+class RawFrameQueue : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int capacity = 3;
+
+    explicit RawFrameQueue(QObject *parent = nullptr);
+    ~RawFrameQueue() override;
+
+    void open(GstElementPointer source, const EncoderConfiguration &configuration);
     void reopen();
     void close();
 
@@ -30,13 +38,19 @@ public:
     void clear();
     void finish();
 
+    int pending();
     quint64 takeTimestamp(GstClockTime runningTime);
 
-private:
-    Q_DISABLE_COPY(RawFrameQueue)
+Q_SIGNALS:
+    void pendingFell(int from, int to);
 
+private:
     static void needData(GstAppSrc *source, guint length, gpointer self);
     GstBufferPointer stamped(GstBufferPointer buffer, qint64 time);
+    void reportFall(int before, QMutexLocker *locker);
+    int held() const;
+    bool hasRoom();
+    void finishEncoding();
     void pushNext();
     bool isTooEarly(qint64 time);
     GstClockTime nextPresentationTime(qint64 time);
@@ -51,6 +65,12 @@ private:
     qint64 m_lastTime = 0;
     GstClockTime m_lastPresentationTime = GST_CLOCK_TIME_NONE;
     bool m_sourceIsHungry = false;
+    bool m_isEncoding = false;
+    bool m_isBehind = false;
+    qint64 m_inputInterval = 0;
+    qint64 m_encodingTime = 0;
+    qint64 m_encodingTimeBefore = 0;
+    QElapsedTimer m_encodingSince;
     bool m_isFinishing = false;
     bool m_errorReported = false;
 };

@@ -19,8 +19,12 @@ using Status = QFLEncoder::Status;
 namespace {
 
 constexpr QSize size(320, 240);
-const QByteArray h264Decoder = "appsrc name=source ! h264parse ! avdec_h264";
-const QByteArray vp8Decoder = "appsrc name=source caps=video/x-vp8 ! vp8dec";
+const QMap<QString, QByteArray> decoders
+        = {{QStringLiteral("H264"), "appsrc name=source ! h264parse ! avdec_h264"},
+           {QStringLiteral("H265"), "appsrc name=source ! h265parse ! avdec_h265"},
+           {QStringLiteral("VP8"), "appsrc name=source caps=video/x-vp8 ! vp8dec"},
+           {QStringLiteral("VP9"), "appsrc name=source caps=video/x-vp9 ! vp9dec"},
+           {QStringLiteral("AV1"), "appsrc name=source caps=video/x-av1 ! av1parse ! av1dec"}};
 
 QVideoFrame makeFrame(qint64 time, bool isNoise = false)
 {
@@ -165,27 +169,27 @@ private Q_SLOTS:
             QVERIFY(read.isNull() || isSimilar(read.pixelColor(9, 9), made));
             QVERIFY(m_control->start(surfaceFormat(format)));
             encode(raw);
-            const QColor decoded = toImage(h264Decoder, lastFrame().data()).pixelColor(9, 9);
+            const QColor decoded = toImage(decoders[QStringLiteral("H264")], lastFrame().data())
+                                           .pixelColor(9, 9);
             QVERIFY2(isSimilar(decoded, made), qPrintable(decoded.name() + made.name()));
         }
     }
 
     void encoders_data()
     {
-        QTest::addColumn<bool>("isVp8");
+        QTest::addColumn<QString>("codec");
         QTest::addColumn<QSize>("resolution");
-        QTest::newRow("") << false << QSize();
-        QTest::newRow("H264") << false << QSize(160, 160);
-        QTest::newRow("VP8") << true << QSize(640, 480);
+        QTest::newRow("") << QStringLiteral("H264") << QSize();
+        QTest::newRow("H264") << QStringLiteral("H264") << QSize(160, 160);
+        QTest::newRow("VP8") << QStringLiteral("VP8") << QSize(640, 480);
         for (const CodecElement &element : Codecs::encoders())
-            QTest::newRow(element.factoryName)
-                    << (element.codec == QLatin1String("VP8")) << QSize();
+            QTest::newRow(element.factoryName) << element.codec << QSize();
     }
 
     // Every encoder gives zero delay, a key frame on request, and all frames when it is drained.
     void encoders()
     {
-        QFETCH(bool, isVp8);
+        QFETCH(QString, codec);
         QFETCH(QSize, resolution);
         QSignalSpy ends(m_control, &QFLEncodeControl::endOfStream);
         set(QString::fromLatin1(QTest::currentDataTag()), resolution);
@@ -204,9 +208,9 @@ private Q_SLOTS:
             QCOMPARE(types(), QByteArray("Kdd"));
         }
         const QByteArray data = m_frames->first().first().value<QFLEncodedVideoFrame>().data();
-        QVERIFY(isVp8 || data.startsWith(QByteArray::fromHex("00000001")));
-        QCOMPARE(toImage(isVp8 ? vp8Decoder : h264Decoder, data).size(),
-                 resolution.isEmpty() ? size : resolution);
+        QCOMPARE(data.startsWith(QByteArray::fromHex("00000001")),
+                 codec.startsWith(QLatin1String("H26")));
+        QCOMPARE(toImage(decoders[codec], data).size(), resolution.isEmpty() ? size : resolution);
     }
 
     // Times survive whatever they are, and frames that come from any thread come out in this one.

@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// The logging category of the GStreamer backend.
+
+#ifndef LOGGING_H
+#define LOGGING_H
+
+#include <QtCore/qloggingcategory.h>
+
+Q_DECLARE_LOGGING_CATEGORY(lcFaceLinkGStreamer)
+
+#endif

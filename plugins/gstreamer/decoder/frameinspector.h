@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Looks into the bytes of an encoded frame.
+
+#ifndef FRAMEINSPECTOR_H
+#define FRAMEINSPECTOR_H
+
+#include <QtCore/qbytearray.h>
+#include <QtCore/qstring.h>
+
+#include <memory>
+
+class FrameInspector
+{
+public:
+    enum Kind { Malformed, ParametersOnly, DeltaFrame, KeyFrame };
+
+    FrameInspector() = default;
+    virtual ~FrameInspector();
+
+    static std::unique_ptr<FrameInspector> create(const QString &codec);
+
+    virtual Kind inspect(QByteArray *data) = 0;
+
+private:
+    Q_DISABLE_COPY(FrameInspector)
+};
+
+#endif

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
+// SPDX-License-Identifier: LGPL-3.0-or-later
+// Looks into the bytes of a VP8 frame.
+
+#ifndef VP8INSPECTOR_H
+#define VP8INSPECTOR_H
+
+#include "frameinspector.h"
+
+class Vp8Inspector : public FrameInspector
+{
+public:
+    Kind inspect(QByteArray *data) override;
+};
+
+#endif
