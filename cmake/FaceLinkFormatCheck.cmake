@@ -9,6 +9,7 @@ if(NOT CLANG_FORMAT)
 endif()
 
 file(GLOB_RECURSE formatted_sources CONFIGURE_DEPENDS
+    ${PROJECT_SOURCE_DIR}/benchmarks/*.cpp
     ${PROJECT_SOURCE_DIR}/examples/*.cpp ${PROJECT_SOURCE_DIR}/examples/*.h
     ${PROJECT_SOURCE_DIR}/include/*.h
     ${PROJECT_SOURCE_DIR}/plugins/*.cpp ${PROJECT_SOURCE_DIR}/plugins/*.h

@@ -16,7 +16,7 @@ run_packages=(
 )
 test_packages=(
     clang-format doxygen extra-cmake-modules ffmpeg forensics-samples-files gstreamer1.0-tools
-    qhelpgenerator-qt5
+    libbenchmark-dev qhelpgenerator-qt5
 )
 
 as_root() {
