@@ -311,8 +311,8 @@ private slots:
     void sinkFollowsDecoder()
     {
         LoggedDecoding world;
-        QFLDecodingVideoSink sink(&world.decoder);
         FakeSource source;
+        QFLDecodingVideoSink sink(&world.decoder);
         for (int status = 0; status <= 8; ++status) {
             for (bool before : {true, false}) {
                 sink.setActive(before);
