@@ -118,6 +118,9 @@ void CameraControl::start()
     if (m_state == QCamera::UnloadedState && !load())
         return;
     setStatus(QCamera::StartingStatus);
+    // Whoever was told may have unloaded the camera.
+    if (m_status != QCamera::StartingStatus || !m_session->isOpen())
+        return;
     if (m_session->start())
         settle(QCamera::ActiveState, QCamera::StartingStatus);
 }

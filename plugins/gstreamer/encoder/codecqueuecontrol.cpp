@@ -46,6 +46,8 @@ void CodecQueueControl::setLowWatermark(int count)
 void CodecQueueControl::handleFall(int from, int to)
 {
     const bool isInRun = m_encodeControl->status() == QFLEncoder::StartedStatus;
-    if (isInRun && from > m_lowWatermark && to <= m_lowWatermark)
-        Q_EMIT needData(capacity() - to);
+    // The report may be older than the frames that are held by now.
+    const int now = pending();
+    if (isInRun && from > m_lowWatermark && qMax(to, now) <= m_lowWatermark)
+        Q_EMIT needData(capacity() - now);
 }

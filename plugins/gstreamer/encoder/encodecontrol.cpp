@@ -7,6 +7,8 @@
 #include "logging.h"
 #include "videoformat.h"
 
+#include <QtCore/qscopedvaluerollback.h>
+
 namespace {
 
 QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
@@ -89,7 +91,11 @@ QVideoEncoderSettings EncodeControl::streamSettings() const
 bool EncodeControl::start(const QVideoSurfaceFormat &format)
 {
     stop();
-    ++m_run;
+    // Each report of a status may lead the application to start or stop.
+    if (m_status == QFLEncoder::StartingStatus || m_status == QFLEncoder::StartedStatus)
+        return false;
+    const int run = ++m_run;
+    m_isDraining = false;
     m_configuration.emplace(format, m_settings);
     if (m_configuration->error() != QFLEncoder::NoError) {
         reportError(m_configuration->error(), m_configuration->errorText());
@@ -97,15 +103,7 @@ bool EncodeControl::start(const QVideoSurfaceFormat &format)
     }
 
     setStatus(QFLEncoder::StartingStatus);
-    if (!startPipeline()) {
-        setStatus(QFLEncoder::LoadedStatus);
-        reportError(m_failure.code, m_failure.text);
-        return false;
-    }
-    m_streamSettings = m_configuration->streamSettings();
-    setStatus(QFLEncoder::StartedStatus);
-    Q_EMIT streamStarted(m_streamSettings);
-    return true;
+    return run == m_run && startRun(run);
 }
 
 /*!
@@ -114,8 +112,10 @@ bool EncodeControl::start(const QVideoSurfaceFormat &format)
 */
 void EncodeControl::drain()
 {
-    if (m_status == QFLEncoder::StartedStatus)
-        m_pipeline.drain();
+    if (m_status != QFLEncoder::StartedStatus)
+        return;
+    m_isDraining = true;
+    m_pipeline.drain();
 }
 
 /*! Drops everything on its way; the next encoded frame is a key frame. */
@@ -169,8 +169,25 @@ void EncodeControl::reportError(QFLEncoder::Error code, const QString &text)
     Q_EMIT error(code, text);
 }
 
+/*! Once the configuration is known to be possible. False if the application ends the run at once. */
+bool EncodeControl::startRun(int run)
+{
+    if (!startPipeline()) {
+        setStatus(QFLEncoder::LoadedStatus);
+        reportError(m_failure.code, m_failure.text);
+        return false;
+    }
+    m_streamSettings = m_configuration->streamSettings();
+    setStatus(QFLEncoder::StartedStatus);
+    if (run != m_run || m_status != QFLEncoder::StartedStatus)
+        return false;
+    Q_EMIT streamStarted(m_streamSettings);
+    return run == m_run && m_status == QFLEncoder::StartedStatus;
+}
+
 bool EncodeControl::startPipeline()
 {
+    const QScopedValueRollback<bool> guard(m_isStartingPipeline, true);
     while (!m_pipeline.start(*m_configuration)) {
         if (!fallBack())
             return false;
@@ -208,10 +225,15 @@ void EncodeControl::handlePipelineError(Pipeline::ErrorKind kind, const QString 
     const QString element = QString::fromLatin1(m_configuration->element().factoryName);
     const QString named = text.contains(element) ? text : tr("%1: %2").arg(element, text);
     m_failure = {encoderError(kind), named};
-    if (m_status == QFLEncoder::StartingStatus)
+    if (m_isStartingPipeline)
         return;
+    const int lost = m_pipeline.pending();
     if (fallBack() && startPipeline()) {
         m_pipeline.setBitRate(m_streamSettings.bitRate());
+        if (m_isDraining)
+            handleDrained();
+        if (lost > 0)
+            Q_EMIT pendingFell(lost, m_pipeline.pending());
         return;
     }
     endRun();
@@ -220,8 +242,11 @@ void EncodeControl::handlePipelineError(Pipeline::ErrorKind kind, const QString 
 
 void EncodeControl::handleDrained()
 {
+    m_isDraining = false;
+    const int run = m_run;
     Q_EMIT streamDrained();
-    Q_EMIT endOfStream();
+    if (run == m_run && m_status == QFLEncoder::StartedStatus)
+        Q_EMIT endOfStream();
 }
 
 void EncodeControl::reportRefusedFrame(int run, const QString &text)

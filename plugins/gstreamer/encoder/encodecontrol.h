@@ -43,6 +43,7 @@ Q_SIGNALS:
     void streamStopped();
 
 private:
+    bool startRun(int run);
     bool startPipeline();
     bool fallBack();
     void setStatus(QFLEncoder::Status status);
@@ -62,6 +63,8 @@ private:
     Failure m_failure;
     QVideoEncoderSettings m_settings;
     QVideoEncoderSettings m_streamSettings;
+    bool m_isStartingPipeline = false;
+    bool m_isDraining = false;
     QFLEncoder::Status m_status = QFLEncoder::UnavailableStatus;
     std::atomic<int> m_run = 0;
 };

@@ -138,6 +138,8 @@ void EncoderElement::restartBehind(GstPad *input)
     const GstPadPointer sink(gst_element_get_static_pad(m_element.get(), "sink"));
     gst_pad_unlink(input, sink.get());
     gst_element_set_state(m_element.get(), GST_STATE_READY);
-    gst_element_sync_state_with_parent(m_element.get());
-    gst_pad_link(input, sink.get());
+    const bool isBack = gst_element_sync_state_with_parent(m_element.get());
+    if (!isBack || gst_pad_link(input, sink.get()) != GST_PAD_LINK_OK)
+        GST_ELEMENT_ERROR(m_element.get(), RESOURCE, FAILED, ("The encoder can't be restarted"),
+                          (nullptr));
 }

@@ -99,7 +99,8 @@ EncoderPipeline::EncoderPipeline(QObject *parent) : QObject(parent), m_pipeline(
 {
     connect(&m_pipeline, &Pipeline::errorReported, this, &EncoderPipeline::errorReported);
     connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &EncoderPipeline::finishDrain);
-    connect(&m_input, &RawFrameQueue::pendingFell, this, &EncoderPipeline::pendingFell);
+    connect(&m_input, &RawFrameQueue::pendingFell, this, &EncoderPipeline::pendingFell,
+            Qt::QueuedConnection);
 }
 
 EncoderPipeline::~EncoderPipeline()
@@ -123,6 +124,7 @@ bool EncoderPipeline::start(const EncoderConfiguration &configuration)
 /*! No frame is emitted any more once this has been called, not even one that is already encoded. */
 void EncoderPipeline::stop()
 {
+    ++m_run;
     m_input.close();
     m_pipeline.reset();
     m_encoder.reset();
@@ -301,7 +303,7 @@ void EncoderPipeline::sendKeyFrameRequest()
 {
     m_keyFrameWanted = true;
     m_keyFrameRequested = true;
-    m_framesSinceRequest = 0;
+    m_framesSinceRequest = -m_input.unanswered();
     m_lastKeyFrameRequest.start();
     m_encoder->requestKeyFrame();
 }
@@ -309,8 +311,9 @@ void EncoderPipeline::sendKeyFrameRequest()
 // A source that has sent the end of the stream comes back to life only by way of READY.
 void EncoderPipeline::finishDrain()
 {
+    const int run = m_run;
     deliverFrames();
-    if (!m_encoder || !m_pipeline.setState(GST_STATE_READY))
+    if (run != m_run || !m_encoder || !m_pipeline.setState(GST_STATE_READY))
         return;
     m_input.reopen();
     if (m_pipeline.setState(GST_STATE_PLAYING))

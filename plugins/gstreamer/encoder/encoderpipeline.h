@@ -64,6 +64,7 @@ private:
     QVector<QFLEncodedVideoFrame> m_frames;
     bool m_deliveryPosted = false;
 
+    int m_run = 0;
     QElapsedTimer m_lastKeyFrameRequest;
     bool m_keyFrameWanted = false;
     bool m_keyFrameRequested = false;

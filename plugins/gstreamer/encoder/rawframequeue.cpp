@@ -80,9 +80,11 @@ void RawFrameQueue::reopen()
 /*! Ends the run: frames are refused from now on. */
 void RawFrameQueue::close()
 {
+    // Freed without the lock: the application's buffers may ask for the number of frames.
+    std::deque<GstBufferPointer> dropped;
     const QMutexLocker locker(&m_mutex);
     m_source.reset();
-    m_buffers.clear();
+    dropped.swap(m_buffers);
     m_isEncoding = false;
 }
 
@@ -95,12 +97,14 @@ void RawFrameQueue::close()
 */
 bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
 {
-    const QMutexLocker locker(&m_mutex);
+    // Freed without the lock, as in close().
+    GstBufferPointer buffer;
+    QMutexLocker locker(&m_mutex);
     if (!m_source || m_isFinishing || !hasRoom())
         return false;
 
     QString problem;
-    GstBufferPointer buffer = VideoFrame::toGst(frame, m_info, &problem);
+    buffer = VideoFrame::toGst(frame, m_info, &problem);
     if (!buffer) {
         if (!m_errorReported)
             *errorText = problem;
@@ -109,8 +113,13 @@ bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
     }
 
     const qint64 time = frame.startTime() >= 0 ? frame.startTime() : g_get_monotonic_time();
-    if (isTooEarly(time))
+    if (isTooEarly(time)) {
+        // It was held for a moment, after which another one is wanted.
+        const int now = held();
+        locker.unlock();
+        Q_EMIT pendingFell(now + 1, now);
         return true;
+    }
     m_buffers.push_back(stamped(std::move(buffer), time));
     if (m_sourceIsHungry)
         pushNext();
@@ -120,9 +129,10 @@ bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
 /*! Drops the frames that the pipeline hasn't taken yet. */
 void RawFrameQueue::clear()
 {
+    std::deque<GstBufferPointer> dropped;
     QMutexLocker locker(&m_mutex);
     const int before = held();
-    m_buffers.clear();
+    dropped.swap(m_buffers);
     reportFall(before, &locker);
 }
 
@@ -142,6 +152,13 @@ int RawFrameQueue::pending()
 {
     const QMutexLocker locker(&m_mutex);
     return held();
+}
+
+/*! How many frames were accepted of which nothing has come out of the encoder. */
+int RawFrameQueue::unanswered()
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_timestamps.size();
 }
 
 /*!

@@ -39,6 +39,7 @@ public:
     void finish();
 
     int pending();
+    int unanswered();
     quint64 takeTimestamp(GstClockTime runningTime);
 
 Q_SIGNALS:

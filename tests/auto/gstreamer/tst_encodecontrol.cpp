@@ -4,6 +4,7 @@
 
 #include "encodecontrol.h"
 #include "encoderservice.h"
+#include "qflcodecqueuecontrol.h"
 #include "qflencodedvideosink.h"
 #include "qflencodedvideosourcecontrol.h"
 #include "testmedia.h"
@@ -258,6 +259,19 @@ private Q_SLOTS:
         m_control->stop();
         QCOMPARE(statuses, run + run + run);
         QVERIFY(m_errors->isEmpty());
+    }
+
+    // The application may stop the run when it is asked for more, which a flush leads to.
+    void stopsWhenAsked()
+    {
+        auto *queue = m_service->requestControl<QFLCodecQueueControl *>();
+        QSignalSpy requests(queue, &QFLCodecQueueControl::needData);
+        connect(queue, &QFLCodecQueueControl::needData, m_control, &QFLEncodeControl::stop);
+        QVERIFY(m_control->start(surfaceFormat()));
+        QVERIFY(m_control->encode(makeFrame(1, true)) && m_control->encode(makeFrame(2, true)));
+        m_control->flush();
+        QTRY_COMPARE(m_control->status(), Status::LoadedStatus);
+        QCOMPARE(requests.first().first().toInt(), queue->capacity());
     }
 
     void bitRate()
