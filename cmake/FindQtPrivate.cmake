@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-# SPDX-License-Identifier: LGPL-3.0-or-later
+# SPDX-License-Identifier: LGPL-2.1-or-later
 # Finds the private headers of Qt: those of Qt Core, and those of Qt Multimedia or our own
 # declarations in their place.
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-# SPDX-License-Identifier: LGPL-3.0-or-later
+# SPDX-License-Identifier: LGPL-2.1-or-later
 # Installs what the build needs where it is missing, and builds a preset. Read by the scripts beside it.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-// SPDX-License-Identifier: LGPL-3.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 // The network side of a call: to a peer, or from one end to the other on this machine.
 
 #ifndef CALLNETWORK_H

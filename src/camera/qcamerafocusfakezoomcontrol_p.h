@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-// SPDX-License-Identifier: LGPL-3.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 // The zoom control of a camera whose backend has none.
 
 // This header is not part of the public interface: it may change from one version to the next.

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-// SPDX-License-Identifier: LGPL-3.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 // A choice that a camera's driver offers, in Qt's terms.
 
 #ifndef DEVICEMENU_H

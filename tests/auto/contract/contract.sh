@@ -1,6 +1,6 @@
 #!/bin/sh
 # SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-# SPDX-License-Identifier: LGPL-3.0-or-later
+# SPDX-License-Identifier: LGPL-2.1-or-later
 # The tools of the test of the binary contract.
 #   contract.sh <readelf> <library> <list> <actual> names <pattern>
 #     Writes the mangled names of the exported symbols that match.

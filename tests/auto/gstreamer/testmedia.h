@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-// SPDX-License-Identifier: LGPL-3.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 // Makes real media for the tests of the GStreamer backend, and takes down what the backend makes.
 
 #ifndef TESTMEDIA_H

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
-// SPDX-License-Identifier: LGPL-3.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 // Tests of when the plugin loader is made, and of what the provider does without it.
 
 #include <qflcodecinfo.h>
