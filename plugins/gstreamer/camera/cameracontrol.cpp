@@ -11,7 +11,8 @@
     \class CameraControl
 
     \list
-    \li UnloadedState: no device is open.
+    \li UnloadedState: no device is open; the status is UnavailableStatus while the selected device is
+        not there.
     \li LoadedState: the selected device is open, and what it supports is known.
     \li ActiveState: frames flow; the status is StartingStatus until the first one is there and
         ActiveStatus from then on.
@@ -20,6 +21,13 @@
     A state that is asked for has been reached when setState() returns, or an error has been
     reported. After an error the camera is unloaded, or loaded if only the settings were not
     possible; asking again tries again. The error is reported last, when the state is settled.
+
+    Receivers of the signals may ask for another state, or delete the camera: a step that finds that
+    the status has been changed meanwhile, by whomever, ends there.
+
+    The read-only properties capturedFrames, presentedFrames and convertedFrames count since the
+    last start: the frames handed to the surfaces, the calls with which each surface was shown one,
+    and the copies that were made because surfaces lack the captured format.
 */
 
 /*! \a session and \a selector are borrowed and must outlive the control. */
@@ -30,6 +38,8 @@ CameraControl::CameraControl(CameraSession *session, DeviceSelectorControl *sele
     connect(session, &CameraSession::started, this, &CameraControl::handleFirstFrame);
     connect(session, &CameraSession::failed, this, &CameraControl::handleFailure);
     connect(selector, &DeviceSelectorControl::selectionChanged, this, &CameraControl::reload);
+    connect(selector, &DeviceSelectorControl::devicesChanged, this, &CameraControl::handleDevices);
+    m_status = unloadedStatus();
 }
 
 QCamera::State CameraControl::state() const
@@ -39,14 +49,15 @@ QCamera::State CameraControl::state() const
 
 void CameraControl::setState(QCamera::State state)
 {
-    if (state == m_state)
+    if (m_isShutDown || (state == m_state && isSettled()))
         return;
+    const std::shared_ptr<const void> alive = m_session->keepAlive();
     switch (state) {
     case QCamera::UnloadedState:
         unload();
         break;
     case QCamera::LoadedState:
-        if (m_state == QCamera::ActiveState)
+        if (m_session->isOpen())
             stop();
         else if (load())
             settle(QCamera::LoadedState, QCamera::LoadedStatus);
@@ -93,44 +104,85 @@ bool CameraControl::canChangeProperty(PropertyChangeType changeType, QCamera::St
     return changeType != ViewfinderSettings || m_state != QCamera::ActiveState;
 }
 
-void CameraControl::unload()
+int CameraControl::capturedFrames() const
 {
-    setStatus(QCamera::UnloadingStatus);
+    return m_session->surfaces()->counts().captured;
+}
+
+int CameraControl::presentedFrames() const
+{
+    return m_session->surfaces()->counts().presented;
+}
+
+int CameraControl::convertedFrames() const
+{
+    return m_session->surfaces()->counts().converted;
+}
+
+/*! The camera is being deleted: whatever goes on ends, and nothing is announced any more. */
+void CameraControl::shutDown()
+{
+    m_isShutDown = true;
+    ++m_changes;
+}
+
+/*! Whether the camera is unloaded; it isn't when it was asked for another state meanwhile. */
+bool CameraControl::unload()
+{
+    const int change = setStatus(QCamera::UnloadingStatus);
+    if (change != m_changes)
+        return false;
     m_session->close();
-    settle(QCamera::UnloadedState, QCamera::UnloadedStatus);
+    return change == m_changes && settle(QCamera::UnloadedState, unloadedStatus());
 }
 
 bool CameraControl::load()
 {
-    setStatus(QCamera::LoadingStatus);
-    return m_session->open(m_selector->selectedName());
+    const int change = setStatus(QCamera::LoadingStatus);
+    return change == m_changes && m_session->open(m_selector->selectedName())
+            && change == m_changes;
 }
 
 void CameraControl::stop()
 {
-    setStatus(QCamera::StoppingStatus);
+    const int change = setStatus(QCamera::StoppingStatus);
+    if (change != m_changes)
+        return;
     m_session->stop();
-    settle(QCamera::LoadedState, QCamera::LoadedStatus);
+    if (change == m_changes)
+        settle(QCamera::LoadedState, QCamera::LoadedStatus);
 }
 
 void CameraControl::start()
 {
-    if (m_state == QCamera::UnloadedState && !load())
+    if (!m_session->isOpen() && !load())
         return;
-    setStatus(QCamera::StartingStatus);
-    // Whoever was told may have unloaded the camera.
-    if (m_status != QCamera::StartingStatus || !m_session->isOpen())
+    const int change = setStatus(QCamera::StartingStatus);
+    if (change != m_changes || !m_session->start() || change != m_changes)
         return;
-    if (m_session->start())
-        settle(QCamera::ActiveState, QCamera::StartingStatus);
+    // It may have been on its way down from the active state.
+    settle(QCamera::ActiveState,
+           m_session->hasFrame() ? QCamera::ActiveStatus : QCamera::StartingStatus);
 }
 
 /*! Another device has been selected; a camera that is loaded goes on with that one. */
 void CameraControl::reload()
 {
+    const std::shared_ptr<const void> alive = m_session->keepAlive();
     const QCamera::State state = m_state;
-    setState(QCamera::UnloadedState);
-    setState(state);
+    if (unload() && state != QCamera::UnloadedState)
+        setState(state);
+}
+
+/*! The list of devices is another one. */
+void CameraControl::handleDevices()
+{
+    const std::shared_ptr<const void> alive = m_session->keepAlive();
+    const bool isThere = m_selector->selectedDevice() >= 0;
+    if (m_session->isOpen() && !isThere)
+        m_session->reportUnplugged();
+    else if (m_state == QCamera::UnloadedState && isSettled())
+        settle(QCamera::UnloadedState, unloadedStatus());
 }
 
 void CameraControl::handleFirstFrame()
@@ -143,27 +195,56 @@ void CameraControl::handleFailure(int code, const QString &text)
     if (m_session->isOpen())
         settle(QCamera::LoadedState, QCamera::LoadedStatus);
     else
-        settle(QCamera::UnloadedState, QCamera::UnloadedStatus);
-    Q_EMIT error(code, text);
+        settle(QCamera::UnloadedState, unloadedStatus());
+    if (!m_isShutDown)
+        Q_EMIT error(code, text);
 }
 
-void CameraControl::setStatus(QCamera::Status status)
+QCamera::Status CameraControl::unloadedStatus() const
 {
-    if (status == m_status)
-        return;
-    m_status = status;
-    Q_EMIT statusChanged(status);
+    return m_selector->selectedDevice() < 0 ? QCamera::UnavailableStatus : QCamera::UnloadedStatus;
 }
 
-/*! Both are set before either is announced, so that a receiver never sees them contradict. */
-void CameraControl::settle(QCamera::State state, QCamera::Status status)
+/*! Whether the state is the one that was asked for last, not one on the way there. */
+bool CameraControl::isSettled() const
 {
+    switch (m_status) {
+    case QCamera::LoadingStatus:
+    case QCamera::UnloadingStatus:
+    case QCamera::StoppingStatus:
+        return false;
+    case QCamera::StartingStatus:
+        return m_state == QCamera::ActiveState;
+    default:
+        return true;
+    }
+}
+
+/*! The number of this change, which m_changes has until the next one. */
+int CameraControl::setStatus(QCamera::Status status)
+{
+    const int change = ++m_changes;
+    if (status != m_status) {
+        m_status = status;
+        Q_EMIT statusChanged(status);
+    }
+    return change;
+}
+
+/*!
+    Both are set before either is announced, so that a receiver never sees them contradict. False if
+    a receiver has asked for another state.
+*/
+bool CameraControl::settle(QCamera::State state, QCamera::Status status)
+{
+    const int change = ++m_changes;
     const bool isStateNew = state != m_state;
     const bool isStatusNew = status != m_status;
     m_state = state;
     m_status = status;
     if (isStateNew)
         Q_EMIT stateChanged(state);
-    if (isStatusNew)
+    if (isStatusNew && change == m_changes)
         Q_EMIT statusChanged(status);
+    return change == m_changes;
 }

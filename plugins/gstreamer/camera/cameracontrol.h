@@ -13,6 +13,9 @@ class DeviceSelectorControl;
 class CameraControl : public QCameraControl
 {
     Q_OBJECT
+    Q_PROPERTY(int capturedFrames READ capturedFrames)
+    Q_PROPERTY(int presentedFrames READ presentedFrames)
+    Q_PROPERTY(int convertedFrames READ convertedFrames)
 
 public:
     CameraControl(CameraSession *session, DeviceSelectorControl *selector,
@@ -28,23 +31,35 @@ public:
 
     bool canChangeProperty(PropertyChangeType changeType, QCamera::Status status) const override;
 
+    int capturedFrames() const;
+    int presentedFrames() const;
+    int convertedFrames() const;
+
+    void shutDown();
+
 private:
-    void unload();
+    bool unload();
     bool load();
     void stop();
     void start();
     void reload();
 
+    void handleDevices();
     void handleFirstFrame();
     void handleFailure(int code, const QString &text);
-    void setStatus(QCamera::Status status);
-    void settle(QCamera::State state, QCamera::Status status);
+
+    QCamera::Status unloadedStatus() const;
+    bool isSettled() const;
+    int setStatus(QCamera::Status status);
+    bool settle(QCamera::State state, QCamera::Status status);
 
     CameraSession *m_session;
     DeviceSelectorControl *m_selector;
     QCamera::State m_state = QCamera::UnloadedState;
     QCamera::Status m_status = QCamera::UnloadedStatus;
     QCamera::CaptureModes m_captureMode = QCamera::CaptureVideo;
+    int m_changes = 0;
+    bool m_isShutDown = false;
 };
 
 #endif

@@ -21,8 +21,12 @@ Q_SIGNALS:
     void devicesChanged();
 
 private:
-    static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer self);
+    struct Receiver;
 
+    static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer receiver);
+    static void dropReceiver(gpointer receiver);
+
+    std::shared_ptr<Receiver> m_receiver;
     std::unique_ptr<GstDeviceMonitor, GstObjectUnref> m_monitor;
 };
 

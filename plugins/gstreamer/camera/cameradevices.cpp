@@ -10,11 +10,10 @@
 #include <QtCore/qurl.h>
 #include <QtCore/qvariant.h>
 
-#include <algorithm>
-
 namespace {
 
-const char cameraFilesProperty[] = "facelink.gstreamer.cameraFiles";
+const char camerasProperty[] = "facelink.gstreamer.cameras";
+const char testSourceName[] = "videotestsrc";
 const char video4LinuxPrefix[] = "v4l2:";
 const char filePrefix[] = "file:";
 
@@ -28,16 +27,20 @@ QUrl fileUrl(const QString &urlOrPath)
 } // namespace
 
 /*!
-    A list of the cameras there are now, which doesn't change afterwards: the video files that the
-    application announced in the property "facelink.gstreamer.cameraFiles" of its
-    QCoreApplication (a string list of file URLs or paths), the Video4Linux devices, and last
-    GStreamer's live test source, so that the list is never empty.
+    A list of the cameras there are now, which doesn't change afterwards: those that the application
+    announced in the property "facelink.gstreamer.cameras" of its QCoreApplication (a string list of
+    video files, as URLs or paths, and "videotestsrc" for GStreamer's live test source), and the
+    Video4Linux devices. The test source comes last when nothing has been announced, so that the
+    list is empty only where the application wants it to be.
 */
 CameraDevices::CameraDevices()
 {
-    addFiles();
+    const QCoreApplication *application = QCoreApplication::instance();
+    const QVariant cameras = application ? application->property(camerasProperty) : QVariant();
+    addAnnounced(cameras.toStringList());
     addVideo4Linux();
-    m_devices.append({testSourceName(), tr("Test picture")});
+    if (!cameras.isValid())
+        addTestSource();
 }
 
 QList<QByteArray> CameraDevices::names() const
@@ -48,14 +51,14 @@ QList<QByteArray> CameraDevices::names() const
     return names;
 }
 
-/*! The first Video4Linux device, else the test source. Video files are only used when asked for. */
+/*! The first Video4Linux device, else the first of the list; empty if there is no camera. */
 QByteArray CameraDevices::defaultName() const
 {
     for (const Device &device : m_devices) {
-        if (!video4LinuxPath(device.name).isEmpty())
+        if (!device.path.isEmpty())
             return device.name;
     }
-    return testSourceName();
+    return m_devices.isEmpty() ? QByteArray() : m_devices.first().name;
 }
 
 /*! What the user sees as the camera's name; empty for a camera that isn't listed. */
@@ -71,22 +74,20 @@ QString CameraDevices::description(const QByteArray &name) const
 /*! Unspecified for video files, for the test source and for a camera that isn't listed. */
 QCamera::Position CameraDevices::position(const QByteArray &name) const
 {
-    const QByteArray path = video4LinuxPath(name);
-    if (path.isEmpty() || !contains(name))
-        return QCamera::UnspecifiedPosition;
-    return Video4LinuxDevices::position(path);
+    const QByteArray path = this->path(name);
+    return path.isEmpty() ? QCamera::UnspecifiedPosition : Video4LinuxDevices::position(path);
 }
 
 /*! In degrees clockwise; 0 for video files, whose pictures are turned upright, and the others. */
 int CameraDevices::orientation(const QByteArray &name) const
 {
-    const QByteArray path = video4LinuxPath(name);
-    return path.isEmpty() || !contains(name) ? 0 : Video4LinuxDevices::orientation(path);
+    const QByteArray path = this->path(name);
+    return path.isEmpty() ? 0 : Video4LinuxDevices::orientation(path);
 }
 
-QByteArray CameraDevices::testSourceName()
+bool CameraDevices::isTestSource(const QByteArray &name)
 {
-    return QByteArrayLiteral("videotestsrc");
+    return name == testSourceName;
 }
 
 /*! The path of the video file that the camera \a name plays, empty for other cameras. */
@@ -95,38 +96,46 @@ QString CameraDevices::filePath(const QByteArray &name)
     return name.startsWith(filePrefix) ? QUrl::fromEncoded(name).toLocalFile() : QString();
 }
 
-/*! The device file of the Video4Linux camera \a name, empty for other cameras. */
-QByteArray CameraDevices::video4LinuxPath(const QByteArray &name)
+/*! Where the Video4Linux camera \a name is plugged in, empty for other cameras. */
+QByteArray CameraDevices::video4LinuxPort(const QByteArray &name)
 {
     return name.startsWith(video4LinuxPrefix) ? name.mid(int(qstrlen(video4LinuxPrefix)))
                                               : QByteArray();
 }
 
-void CameraDevices::addFiles()
+void CameraDevices::addAnnounced(const QStringList &cameras)
 {
-    const QCoreApplication *application = QCoreApplication::instance();
-    if (!application)
-        return;
-    const QStringList files = application->property(cameraFilesProperty).toStringList();
-    for (const QString &file : files) {
-        const QUrl url = fileUrl(file);
+    for (const QString &camera : cameras) {
+        if (isTestSource(camera.toLatin1())) {
+            addTestSource();
+            continue;
+        }
+        const QUrl url = fileUrl(camera);
         const QByteArray name = url.toEncoded();
-        if (!contains(name))
-            m_devices.append({name, tr("Video file %1").arg(url.fileName())});
+        if (!names().contains(name))
+            m_devices.append({name, tr("Video file %1").arg(url.fileName()), QByteArray()});
     }
 }
 
 void CameraDevices::addVideo4Linux()
 {
-    const std::vector<GstDevicePointer> devices = Video4LinuxDevices::all();
-    for (const GstDevicePointer &device : devices) {
-        m_devices.append({video4LinuxPrefix + Video4LinuxDevices::path(device.get()),
-                          Video4LinuxDevices::description(device.get())});
-    }
+    const std::vector<Video4LinuxDevice> devices = Video4LinuxDevices::all();
+    for (const Video4LinuxDevice &device : devices)
+        m_devices.append({video4LinuxPrefix + device.port, device.description, device.path});
 }
 
-bool CameraDevices::contains(const QByteArray &name) const
+void CameraDevices::addTestSource()
 {
-    return std::any_of(m_devices.cbegin(), m_devices.cend(),
-                       [&name](const Device &device) { return device.name == name; });
+    if (!names().contains(testSourceName))
+        m_devices.append({testSourceName, tr("Test picture"), QByteArray()});
+}
+
+/*! The device file of the Video4Linux camera \a name, empty for other cameras. */
+QByteArray CameraDevices::path(const QByteArray &name) const
+{
+    for (const Device &device : m_devices) {
+        if (device.name == name)
+            return device.path;
+    }
+    return QByteArray();
 }

@@ -25,20 +25,22 @@ public:
     QCamera::Position position(const QByteArray &name) const;
     int orientation(const QByteArray &name) const;
 
-    static QByteArray testSourceName();
+    static bool isTestSource(const QByteArray &name);
     static QString filePath(const QByteArray &name);
-    static QByteArray video4LinuxPath(const QByteArray &name);
+    static QByteArray video4LinuxPort(const QByteArray &name);
 
 private:
     struct Device
     {
         QByteArray name;
         QString description;
+        QByteArray path;
     };
 
-    void addFiles();
+    void addAnnounced(const QStringList &cameras);
     void addVideo4Linux();
-    bool contains(const QByteArray &name) const;
+    void addTestSource();
+    QByteArray path(const QByteArray &name) const;
 
     QList<Device> m_devices;
 };

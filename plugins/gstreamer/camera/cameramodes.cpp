@@ -83,21 +83,27 @@ void append(QVector<CameraMode> *modes, const GstStructure *structure, const Cam
 }
 
 // What using a mode costs, the worst first: a picture made larger, frames that are missing, pixels
-// thrown away, decoding, frames thrown away.
-using Cost = std::tuple<int, qreal, int, bool, qreal>;
+// thrown away, decoding, another format, frames thrown away.
+using Cost = std::tuple<int, qreal, int, bool, bool, qreal>;
 
 int area(const QSize &size)
 {
     return size.width() * size.height();
 }
 
-Cost cost(const CameraMode &mode, const QSize &size, qreal frameRate)
+Cost cost(const CameraMode &mode, const QSize &size, qreal frameRate,
+          QVideoFrame::PixelFormat pixelFormat)
 {
     const int missingPixels = qMax(0, area(size) - area(mode.size.boundedTo(size)));
     const qreal missingFrames = qMax(0.0, frameRate - mode.maximumFrameRate);
     const int sparePixels = qMax(0, area(mode.size) - area(size));
     const qreal spareFrames = qMax(0.0, mode.minimumFrameRate - frameRate);
-    return {missingPixels, missingFrames, sparePixels, mode.isMotionJpeg, spareFrames};
+    return {missingPixels,
+            missingFrames,
+            sparePixels,
+            mode.isMotionJpeg,
+            mode.pixelFormat != pixelFormat,
+            spareFrames};
 }
 
 } // namespace
@@ -129,13 +135,15 @@ QVector<CameraMode> CameraModes::fromCaps(const GstCaps *caps)
 }
 
 /*!
-    The one of \a modes, which must not be empty, from which \a size at \a frameRate is made with
-    the least loss and then the least work; the first of several equals.
+    The one of \a modes, which must not be empty, from which \a size at \a frameRate is made in
+    \a pixelFormat with the least loss and then the least work; the first of several equals.
 */
-CameraMode CameraModes::best(const QVector<CameraMode> &modes, const QSize &size, qreal frameRate)
+CameraMode CameraModes::best(const QVector<CameraMode> &modes, const QSize &size, qreal frameRate,
+                             QVideoFrame::PixelFormat pixelFormat)
 {
     return *std::min_element(modes.cbegin(), modes.cend(),
                              [&](const CameraMode &left, const CameraMode &right) {
-                                 return cost(left, size, frameRate) < cost(right, size, frameRate);
+                                 return cost(left, size, frameRate, pixelFormat)
+                                         < cost(right, size, frameRate, pixelFormat);
                              });
 }

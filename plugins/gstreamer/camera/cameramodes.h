@@ -24,7 +24,8 @@ struct CameraMode
 namespace CameraModes {
 
 QVector<CameraMode> fromCaps(const GstCaps *caps);
-CameraMode best(const QVector<CameraMode> &modes, const QSize &size, qreal frameRate);
+CameraMode best(const QVector<CameraMode> &modes, const QSize &size, qreal frameRate,
+                QVideoFrame::PixelFormat pixelFormat);
 
 } // namespace CameraModes
 

@@ -25,24 +25,36 @@
     requests them before it chooses one; they support nothing while the device has no such setting.
 */
 
-CameraService::CameraService(QObject *parent)
-    : QMediaService(parent),
-      m_session(std::make_unique<CameraSession>()),
-      m_deviceSelector(std::make_unique<DeviceSelectorControl>()),
-      m_cameraControl(std::make_unique<CameraControl>(m_session.get(), m_deviceSelector.get())),
-      m_infoControl(std::make_unique<CameraInfoControl>()),
-      m_settingsControl(std::make_unique<ViewfinderSettingsControl>(m_session.get())),
-      m_rawVideoSource(std::make_unique<RawVideoSourceControl>(m_session->surfaces())),
-      m_exposureControl(std::make_unique<ExposureControl>(m_session->device())),
-      m_flashControl(std::make_unique<FlashControl>(m_session->device())),
-      m_focusControl(std::make_unique<FocusControl>(m_session->device())),
-      m_zoomControl(std::make_unique<ZoomControl>(m_session.get()))
+// In the order in which they need each other: the last is destroyed first.
+struct CameraService::Parts
 {
+    CameraSession session;
+    DeviceSelectorControl deviceSelector;
+    CameraControl cameraControl {&session, &deviceSelector};
+    CameraInfoControl infoControl;
+    ViewfinderSettingsControl settingsControl {&session};
+    RawVideoSourceControl rawVideoSource {session.surfaces()};
+    ExposureControl exposureControl {session.device()};
+    FlashControl flashControl {session.device()};
+    FocusControl focusControl {session.device()};
+    ZoomControl zoomControl {&session};
+};
+
+CameraService::CameraService(QObject *parent)
+    : QMediaService(parent), m_parts(std::make_shared<Parts>())
+{
+    m_parts->session.setOwner(m_parts);
 }
 
+/*!
+    Stops the camera and takes the surfaces off. When this happens within a signal of the camera, the
+    part that emitted it is destroyed as soon as the signal returns.
+*/
 CameraService::~CameraService()
 {
-    m_session->close();
+    m_parts->cameraControl.shutDown();
+    m_parts->session.close();
+    m_parts->rawVideoSource.setSurface(nullptr);
     // They use the session, which would be gone by the time a QObject deletes its children.
     qDeleteAll(findChildren<CameraRendererControl *>(QString(), Qt::FindDirectChildrenOnly));
 }
@@ -51,30 +63,30 @@ CameraService::~CameraService()
 QMediaControl *CameraService::requestControl(const char *name)
 {
     if (qstrcmp(name, QVideoRendererControl_iid) == 0)
-        return new CameraRendererControl(m_session->surfaces(), this);
+        return new CameraRendererControl(m_parts->session.surfaces(), this);
     if (qstrcmp(name, QCameraControl_iid) == 0)
-        return m_cameraControl.get();
+        return &m_parts->cameraControl;
     if (qstrcmp(name, QVideoDeviceSelectorControl_iid) == 0)
-        return m_deviceSelector.get();
+        return &m_parts->deviceSelector;
     if (qstrcmp(name, QCameraInfoControl_iid) == 0)
-        return m_infoControl.get();
+        return &m_parts->infoControl;
     if (qstrcmp(name, QCameraViewfinderSettingsControl2_iid) == 0)
-        return m_settingsControl.get();
+        return &m_parts->settingsControl;
     if (qstrcmp(name, QFLRawVideoSourceControl_iid) == 0)
-        return m_rawVideoSource.get();
+        return &m_parts->rawVideoSource;
     return requestDeviceControl(name);
 }
 
 QMediaControl *CameraService::requestDeviceControl(const char *name) const
 {
     if (qstrcmp(name, QCameraExposureControl_iid) == 0)
-        return m_exposureControl.get();
+        return &m_parts->exposureControl;
     if (qstrcmp(name, QCameraFlashControl_iid) == 0)
-        return m_flashControl.get();
+        return &m_parts->flashControl;
     if (qstrcmp(name, QCameraFocusControl_iid) == 0)
-        return m_focusControl.get();
+        return &m_parts->focusControl;
     if (qstrcmp(name, QCameraZoomControl_iid) == 0)
-        return m_zoomControl.get();
+        return &m_parts->zoomControl;
     return nullptr;
 }
 

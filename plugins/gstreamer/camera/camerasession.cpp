@@ -4,11 +4,9 @@
 
 #include "camerasession.h"
 
-#include "cameradevices.h"
 #include "capturesettings.h"
 #include "gstreamersetup.h"
-
-#include <QtCore/qdir.h>
+#include "logging.h"
 
 /*!
     Owns the pipeline of a camera and brings it up and down; everything runs on the thread of this
@@ -17,46 +15,60 @@
     A failure is announced once by failed(), with a code of QCamera::Error, after the pipeline has
     been taken down. A source that turns out not to work is closed by then; it stays open when only
     the settings were not possible.
+
+    Whoever receives a signal of the camera, and a surface that is called, may open, start, stop,
+    close or delete it. The latest request counts, and what was going on before ends there.
 */
-CameraSession::CameraSession(QObject *parent) : QObject(parent)
-{
-    connect(&m_pipeline, &Pipeline::errorReported, this, &CameraSession::handlePipelineError);
-    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &CameraSession::handleEndOfStream);
-    connect(&m_frames, &FrameQueue::frameCaptured, this, &CameraSession::handleFrame);
-}
+CameraSession::CameraSession(QObject *parent) : QObject(parent) { }
 
 CameraSession::~CameraSession()
 {
     close();
 }
 
+/*! What keepAlive() keeps: the whole of which this object is a part. */
+void CameraSession::setOwner(const std::weak_ptr<const void> &owner)
+{
+    m_owner = owner;
+}
+
+/*!
+    Held by functions of the camera's parts that go on after a signal or after the call of a
+    surface, within which the camera may be deleted.
+*/
+std::shared_ptr<const void> CameraSession::keepAlive() const
+{
+    return m_owner.lock();
+}
+
 /*! Opens the device \a deviceName and gets a pipeline for the present settings ready. */
 bool CameraSession::open(const QByteArray &deviceName)
 {
     close();
+    const int opening = m_opening;
     QString reason;
     if (!GStreamerSetup::initialize(&reason))
         return fail({QCamera::ServiceMissingError, reason});
-    m_deviceName = deviceName;
+    if (deviceName.isEmpty())
+        return fail({QCamera::CameraError, tr("There is no camera")});
     std::unique_ptr<CameraSource> source = CameraSource::create(deviceName);
     const CameraFailure failure = source->open();
     if (failure)
         return fail(failure);
     m_source = std::move(source);
     const bool isReady = preparePipeline();
-    // Whoever was told of a failure may have closed the camera.
-    if (m_source)
+    if (opening == m_opening)
         m_device.open(m_source->createControls());
-    return isReady && m_source;
+    return isReady && opening == m_opening;
 }
 
 void CameraSession::close()
 {
-    m_device.close();
-    stop();
-    m_pipeline.reset();
-    m_isPipelineCurrent = false;
+    const int opening = ++m_opening;
     m_source.reset();
+    takeDown(GST_STATE_NULL);
+    if (opening == m_opening)
+        m_device.close();
 }
 
 bool CameraSession::isOpen() const
@@ -67,23 +79,29 @@ bool CameraSession::isOpen() const
 /*! Lets the frames flow; the device must be open. */
 bool CameraSession::start()
 {
+    m_surfaces.resetCounts();
     if (!m_isPipelineCurrent && !preparePipeline())
         return false;
-    return m_pipeline.setState(GST_STATE_PLAYING);
+    const std::shared_ptr<Capture> capture = m_capture;
+    return capture->pipeline.setState(GST_STATE_PLAYING);
 }
 
 /*! Stops the frames and the surfaces; the device stays open. */
 void CameraSession::stop()
 {
-    if (!m_pipeline.isEmpty())
-        m_pipeline.setState(GST_STATE_READY);
-    // A decoder that finds its parts by itself links them only once.
-    if (m_source && m_source->isRepeating())
-        m_isPipelineCurrent = false;
-    m_frames.clear();
-    m_hasFrame = false;
-    m_format = QVideoSurfaceFormat();
-    m_surfaces.stop();
+    takeDown(GST_STATE_READY);
+}
+
+/*! Whether a frame has come since the start. */
+bool CameraSession::hasFrame() const
+{
+    return m_hasFrame;
+}
+
+/*! Called when the open device is not in the list of devices any more. */
+void CameraSession::reportUnplugged()
+{
+    closeAndFail(tr("the camera has been unplugged"));
 }
 
 /*! What the open device offers, empty when none is open. */
@@ -117,13 +135,15 @@ void CameraSession::setSettings(const QCameraViewfinderSettings &settings)
 
 qreal CameraSession::digitalZoom() const
 {
-    return m_frames.magnification();
+    return m_digitalZoom;
 }
 
 /*! Takes effect with the next frame, and stays for the pipelines to come. */
 void CameraSession::setDigitalZoom(qreal factor)
 {
-    m_frames.setMagnification(factor);
+    m_digitalZoom = factor;
+    if (m_capture)
+        m_capture->frames.setMagnification(factor);
 }
 
 /*! Has the settings of the device while that is open; never null. */
@@ -149,11 +169,39 @@ bool CameraSession::preparePipeline()
     if (!pipeline)
         return fail(failure);
 
-    m_pipeline.adopt(std::move(pipeline));
-    const GstElementPointer sink = m_pipeline.element("frames");
-    m_frames.connectTo(GST_APP_SINK(sink.get()));
-    m_isPipelineCurrent = m_pipeline.setState(GST_STATE_READY);
+    takePipelineDown(GST_STATE_NULL);
+    const std::shared_ptr<Capture> capture = std::make_shared<Capture>();
+    connect(&capture->pipeline, &Pipeline::errorReported, this,
+            &CameraSession::handlePipelineError);
+    connect(&capture->pipeline, &Pipeline::endOfStreamReached, this,
+            &CameraSession::handleEndOfStream);
+    connect(&capture->frames, &FrameQueue::frameCaptured, this, &CameraSession::handleFrame);
+    capture->frames.setMagnification(m_digitalZoom);
+    m_capture = capture;
+    m_isPipelineCurrent = capture->adopt(std::move(pipeline)) && capture == m_capture;
     return m_isPipelineCurrent;
+}
+
+void CameraSession::takeDown(GstState state)
+{
+    takePipelineDown(state);
+    m_hasFrame = false;
+    m_format = QVideoSurfaceFormat();
+    m_surfaces.stop();
+}
+
+/*! A pipeline that doesn't come down in time is given up, so that the next start makes another. */
+void CameraSession::takePipelineDown(GstState state)
+{
+    if (m_capture && !Capture::takeDown(m_capture, state)) {
+        qCWarning(lcFaceLinkGStreamer, "A camera hangs and can't be stopped; it is left to itself");
+        m_capture.reset();
+    }
+    if (state == GST_STATE_NULL)
+        m_capture.reset();
+    // A decoder that finds its parts by itself links them only once.
+    if (!m_capture || (m_source && m_source->isRepeating()))
+        m_isPipelineCurrent = false;
 }
 
 bool CameraSession::fail(const CameraFailure &failure)
@@ -162,17 +210,24 @@ bool CameraSession::fail(const CameraFailure &failure)
     return false;
 }
 
+void CameraSession::closeAndFail(const QString &reason)
+{
+    const std::shared_ptr<const void> alive = keepAlive();
+    const QString text = QStringLiteral("%1: %2").arg(m_source->displayName(), reason);
+    const int opening = m_opening + 1;
+    close();
+    if (opening == m_opening)
+        fail({QCamera::CameraError, text});
+}
+
 void CameraSession::handlePipelineError(Pipeline::ErrorKind, const QString &text)
 {
-    const QString path = CameraDevices::filePath(m_deviceName);
-    const QString name
-            = path.isEmpty() ? QString::fromLatin1(m_deviceName) : QDir::toNativeSeparators(path);
-    close();
-    fail({QCamera::CameraError, QStringLiteral("%1: %2").arg(name, text)});
+    closeAndFail(m_source->explain(text));
 }
 
 void CameraSession::handleFrame(const QVideoFrame &frame, const QVideoSurfaceFormat &format)
 {
+    const std::shared_ptr<const void> alive = keepAlive();
     m_format = format;
     if (!m_hasFrame) {
         m_hasFrame = true;
@@ -189,15 +244,16 @@ void CameraSession::handleEndOfStream()
     if (m_hasFrame && m_source->isRepeating())
         rewind();
     else
-        handlePipelineError(Pipeline::ResourceError, tr("no more pictures come"));
+        closeAndFail(tr("no more pictures come"));
 }
 
 /*! Some containers can't seek, so there is a new pipeline for those, which takes longer. */
 void CameraSession::rewind()
 {
-    const GstElementPointer sink = m_pipeline.element("frames");
+    const GstElementPointer sink = m_capture->pipeline.element("frames");
     if (gst_element_seek_simple(sink.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH, 0))
         return;
-    m_isPipelineCurrent = false;
-    start();
+    const std::shared_ptr<const void> alive = keepAlive();
+    if (preparePipeline())
+        m_capture->pipeline.setState(GST_STATE_PLAYING);
 }

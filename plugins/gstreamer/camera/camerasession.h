@@ -6,9 +6,8 @@
 #define CAMERASESSION_H
 
 #include "camerasource.h"
-#include "framequeue.h"
+#include "capture.h"
 #include "opendevice.h"
-#include "pipeline.h"
 #include "surfacefeeder.h"
 
 class CameraSession : public QObject
@@ -19,12 +18,17 @@ public:
     explicit CameraSession(QObject *parent = nullptr);
     ~CameraSession() override;
 
+    void setOwner(const std::weak_ptr<const void> &owner);
+    std::shared_ptr<const void> keepAlive() const;
+
     bool open(const QByteArray &deviceName);
     void close();
     bool isOpen() const;
 
     bool start();
     void stop();
+    bool hasFrame() const;
+    void reportUnplugged();
 
     QList<QCameraViewfinderSettings> supportedSettings() const;
     QCameraViewfinderSettings settings() const;
@@ -42,24 +46,27 @@ Q_SIGNALS:
 
 private:
     bool preparePipeline();
+    void takeDown(GstState state);
+    void takePipelineDown(GstState state);
     bool fail(const CameraFailure &failure);
+    void closeAndFail(const QString &reason);
     void handlePipelineError(Pipeline::ErrorKind kind, const QString &text);
     void handleFrame(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
     void handleEndOfStream();
     void rewind();
 
-    QByteArray m_deviceName;
+    std::weak_ptr<const void> m_owner;
     std::unique_ptr<CameraSource> m_source;
     QCameraViewfinderSettings m_settings;
     QVideoSurfaceFormat m_format;
+    qreal m_digitalZoom = 1;
     bool m_isPipelineCurrent = false;
     bool m_hasFrame = false;
+    int m_opening = 0;
 
     OpenDevice m_device;
     SurfaceFeeder m_surfaces;
-    FrameQueue m_frames;
-    // Destroyed first: its threads use the queue.
-    Pipeline m_pipeline;
+    std::shared_ptr<Capture> m_capture;
 };
 
 #endif

@@ -20,6 +20,10 @@
     Finds out what the camera offers; called once, before everything else, while the camera is being
     loaded. May take as long as reading the start of a file. The failure's text names the camera.
 
+    \fn QString CameraSource::displayName() const
+
+    What the user knows the camera by, for the texts of failures; valid once open() was called.
+
     \fn QCameraViewfinderSettings CameraSource::defaultSettings() const
 
     What is used where nothing is asked for. An empty resolution leaves the size to the camera.
@@ -40,10 +44,9 @@ std::unique_ptr<CameraSource> CameraSource::create(const QByteArray &deviceName)
     const QString filePath = CameraDevices::filePath(deviceName);
     if (!filePath.isEmpty())
         return std::make_unique<FileCameraSource>(filePath);
-    const QByteArray devicePath = CameraDevices::video4LinuxPath(deviceName);
-    if (!devicePath.isEmpty())
-        return std::make_unique<Video4LinuxCameraSource>(devicePath);
-    return std::make_unique<TestCameraSource>();
+    if (CameraDevices::isTestSource(deviceName))
+        return std::make_unique<TestCameraSource>();
+    return std::make_unique<Video4LinuxCameraSource>(CameraDevices::video4LinuxPort(deviceName));
 }
 
 /*! The settings of the camera itself, null if there are none. Called once it is open. */
@@ -56,6 +59,12 @@ std::unique_ptr<DeviceControls> CameraSource::createControls() const
 bool CameraSource::isRepeating() const
 {
     return false;
+}
+
+/*! What the \a report of a failed pipeline means to the user, who needn't know about elements. */
+QString CameraSource::explain(const QString &report) const
+{
+    return report;
 }
 
 /*!

@@ -21,6 +21,7 @@ public:
     virtual ~CameraSource();
 
     virtual CameraFailure open() = 0;
+    virtual QString displayName() const = 0;
     virtual QList<QCameraViewfinderSettings> supportedSettings() const = 0;
     virtual QCameraViewfinderSettings defaultSettings() const = 0;
 
@@ -28,6 +29,7 @@ public:
     virtual GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
                                              CameraFailure *failure) const = 0;
     virtual bool isRepeating() const;
+    virtual QString explain(const QString &report) const;
 
 protected:
     CameraSource();

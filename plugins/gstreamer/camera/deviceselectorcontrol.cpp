@@ -4,9 +4,11 @@
 
 #include "deviceselectorcontrol.h"
 
+#include <QtCore/qpointer.h>
+
 /*!
     The list is the one at construction until a device comes or goes; devicesChanged() then says
-    that it is a new one. The default device is selected at first.
+    that it is a new one. The default device is selected at first, or when there is a first one.
 */
 DeviceSelectorControl::DeviceSelectorControl(QObject *parent)
     : QVideoDeviceSelectorControl(parent),
@@ -45,7 +47,7 @@ int DeviceSelectorControl::selectedDevice() const
     return m_names.indexOf(m_selectedName);
 }
 
-/*! What the selected device is called, even if it isn't there any more. */
+/*! What the selected device is called, even if it isn't there any more; empty if none ever was. */
 QByteArray DeviceSelectorControl::selectedName() const
 {
     return m_selectedName;
@@ -57,9 +59,14 @@ void DeviceSelectorControl::setSelectedDevice(int index)
     if (index < 0 || index >= m_names.size() || m_names.at(index) == m_selectedName)
         return;
     m_selectedName = m_names.at(index);
+    const QString name = deviceName(index);
+    // Whoever is told may delete the camera.
+    const QPointer<DeviceSelectorControl> self(this);
     Q_EMIT selectionChanged();
-    Q_EMIT selectedDeviceChanged(index);
-    Q_EMIT selectedDeviceChanged(deviceName(index));
+    if (self)
+        Q_EMIT selectedDeviceChanged(index);
+    if (self)
+        Q_EMIT selectedDeviceChanged(name);
 }
 
 void DeviceSelectorControl::refresh()
@@ -69,5 +76,7 @@ void DeviceSelectorControl::refresh()
     if (names == m_names)
         return;
     m_names = names;
+    if (m_selectedName.isEmpty())
+        m_selectedName = m_devices.defaultName();
     Q_EMIT devicesChanged();
 }

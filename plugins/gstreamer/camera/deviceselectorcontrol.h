@@ -34,10 +34,11 @@ Q_SIGNALS:
 private:
     void refresh();
 
+    // Watches before the first look, so that nothing is missed in between.
+    CameraDeviceMonitor m_monitor;
     CameraDevices m_devices;
     QList<QByteArray> m_names;
     QByteArray m_selectedName;
-    CameraDeviceMonitor m_monitor;
 };
 
 #endif

@@ -7,6 +7,7 @@
 #include "capturesettings.h"
 #include "gstreamersetup.h"
 
+#include <QtCore/qdir.h>
 #include <QtCore/qfile.h>
 
 namespace {
@@ -49,6 +50,11 @@ FileCameraSource::FileCameraSource(const QString &path) : m_path(path) { }
 CameraFailure FileCameraSource::open()
 {
     return m_probe.run(m_path);
+}
+
+QString FileCameraSource::displayName() const
+{
+    return QDir::toNativeSeparators(m_path);
 }
 
 /*! The file's own size and the usual smaller ones of its shape; none if the file names no size. */

@@ -14,6 +14,7 @@ public:
     explicit FileCameraSource(const QString &path);
 
     CameraFailure open() override;
+    QString displayName() const override;
     QList<QCameraViewfinderSettings> supportedSettings() const override;
     QCameraViewfinderSettings defaultSettings() const override;
 

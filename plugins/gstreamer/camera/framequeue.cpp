@@ -7,6 +7,8 @@
 #include "videoformat.h"
 #include "videoframe.h"
 
+#include <QtCore/qpointer.h>
+
 namespace {
 
 const int capacity = 2;
@@ -106,9 +108,10 @@ void FrameQueue::deliver(int run)
         entries.swap(m_entries);
         m_isPosted = false;
     }
+    const QPointer<FrameQueue> self(this);
     for (const Entry &entry : qAsConst(entries)) {
         // The receiver of the frame before may have stopped the camera; only this thread does that.
-        if (run != m_run)
+        if (!self || run != m_run)
             return;
         Q_EMIT frameCaptured(entry.frame, entry.format);
     }

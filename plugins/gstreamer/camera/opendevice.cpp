@@ -29,7 +29,11 @@ void OpenDevice::close()
 {
     if (!m_controls)
         return;
+    const DeviceControls *const controls = m_controls.get();
     Q_EMIT aboutToClose();
+    // Whoever was told may have closed the device already, or opened another.
+    if (m_controls.get() != controls)
+        return;
     m_controls.reset();
     Q_EMIT changed();
 }

@@ -4,8 +4,14 @@
 
 #include "surfacefeed.h"
 
-/*! \a surface is borrowed and may be destroyed at any time. */
-SurfaceFeed::SurfaceFeed(QAbstractVideoSurface *surface) : m_surface(surface) { }
+/*!
+    \a surface is borrowed and may be destroyed at any time. \a conversions are those of all feeds of
+    the camera.
+*/
+SurfaceFeed::SurfaceFeed(QAbstractVideoSurface *surface, FrameConversions *conversions)
+    : m_surface(surface), m_conversions(conversions)
+{
+}
 
 SurfaceFeed::~SurfaceFeed()
 {
@@ -20,17 +26,21 @@ QAbstractVideoSurface *SurfaceFeed::surface() const
 /*!
     Shows \a frame, which has \a format; the first frame, and the first one of another format,
     starts the surface. A surface that refuses to start, or stops by itself, gets nothing until the
-    format changes or stop() has been called.
+    format changes or stop() has been called. Returns whether the surface was shown a frame.
 */
-void SurfaceFeed::present(const QVideoFrame &frame, const QVideoSurfaceFormat &format)
+bool SurfaceFeed::present(const QVideoFrame &frame, const QVideoSurfaceFormat &format)
 {
     if (format != m_format)
         start(format);
     if (!m_isStarted || !m_surface || !m_surface->isActive())
-        return;
-    const QVideoFrame shown = m_converter ? m_converter->convert(frame) : frame;
-    if (shown.isValid())
-        m_surface->present(shown);
+        return false;
+    const bool isConverted = m_convertedFormat != QVideoFrame::Format_Invalid;
+    const QVideoFrame shown
+            = isConverted ? m_conversions->convert(frame, m_convertedFormat) : frame;
+    if (!shown.isValid())
+        return false;
+    m_surface->present(shown);
+    return true;
 }
 
 void SurfaceFeed::stop()
@@ -59,20 +69,22 @@ void SurfaceFeed::start(const QVideoSurfaceFormat &format)
 }
 
 /*!
-    Makes a converter if the surface needs one and returns the format the surface will see. If
+    Prepares a conversion if the surface needs one and returns the format it will see. If
     nothing can be converted for it, that is \a format itself, for the surface to refuse in its own
     way.
 */
 QVideoSurfaceFormat SurfaceFeed::prepareFormat(const QVideoSurfaceFormat &format)
 {
-    m_converter.reset();
+    m_convertedFormat = QVideoFrame::Format_Invalid;
     const QList<QVideoFrame::PixelFormat> formats = m_surface->supportedPixelFormats();
     if (formats.contains(format.pixelFormat()))
         return format;
     for (QVideoFrame::PixelFormat pixelFormat : formats) {
-        m_converter = FrameConverter::create(format, pixelFormat);
-        if (m_converter)
-            return m_converter->outputFormat();
+        const QVideoSurfaceFormat converted = m_conversions->prepare(format, pixelFormat);
+        if (converted.isValid()) {
+            m_convertedFormat = pixelFormat;
+            return converted;
+        }
     }
     return format;
 }

@@ -5,7 +5,7 @@
 #ifndef SURFACEFEED_H
 #define SURFACEFEED_H
 
-#include "frameconverter.h"
+#include "frameconversions.h"
 
 #include <QtCore/qpointer.h>
 #include <QtMultimedia/qabstractvideosurface.h>
@@ -13,11 +13,11 @@
 class SurfaceFeed
 {
 public:
-    explicit SurfaceFeed(QAbstractVideoSurface *surface);
+    SurfaceFeed(QAbstractVideoSurface *surface, FrameConversions *conversions);
     ~SurfaceFeed();
 
     QAbstractVideoSurface *surface() const;
-    void present(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
+    bool present(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
     void stop();
 
 private:
@@ -27,8 +27,9 @@ private:
     QVideoSurfaceFormat prepareFormat(const QVideoSurfaceFormat &format);
 
     QPointer<QAbstractVideoSurface> m_surface;
+    FrameConversions *m_conversions;
     QVideoSurfaceFormat m_format;
-    std::unique_ptr<FrameConverter> m_converter;
+    QVideoFrame::PixelFormat m_convertedFormat = QVideoFrame::Format_Invalid;
     bool m_isStarted = false;
 };
 

@@ -35,19 +35,23 @@ void SurfaceFeeder::setSurface(const QObject *control, QAbstractVideoSurface *su
         return feed->surface() == surface;
     });
     if (surface && !isFed)
-        m_feeds.push_back(std::make_shared<SurfaceFeed>(surface));
+        m_feeds.push_back(std::make_shared<SurfaceFeed>(surface, &m_conversions));
     removeUnused();
 }
 
+/*! Surfaces that take \a format get \a frame itself; what others need is converted once for all. */
 void SurfaceFeeder::present(const QVideoFrame &frame, const QVideoSurfaceFormat &format)
 {
     // A surface may take itself or another one off, or stop all, while it is shown the frame.
     const std::vector<FeedPointer> feeds = m_feeds;
     const int run = m_run;
+    ++m_counts.captured;
     for (const FeedPointer &feed : feeds) {
-        if (run == m_run && feed->surface() && isInUse(feed->surface()))
-            feed->present(frame, format);
+        if (run == m_run && feed->surface() && isInUse(feed->surface())
+            && feed->present(frame, format))
+            ++m_counts.presented;
     }
+    m_conversions.releaseFrames();
 }
 
 /*! Stops all surfaces; they stay with their controls and start again with the next frame. */
@@ -57,6 +61,23 @@ void SurfaceFeeder::stop()
     const std::vector<FeedPointer> feeds = m_feeds;
     for (const FeedPointer &feed : feeds)
         feed->stop();
+}
+
+/*!
+    Since resetCounts(): the frames that came, the calls with which surfaces were shown one, and the
+    frames that were converted, which are the only copies made here.
+*/
+FrameCounts SurfaceFeeder::counts() const
+{
+    FrameCounts counts = m_counts;
+    counts.converted = m_conversions.count();
+    return counts;
+}
+
+void SurfaceFeeder::resetCounts()
+{
+    m_counts = FrameCounts();
+    m_conversions.resetCount();
 }
 
 bool SurfaceFeeder::isInUse(const QAbstractVideoSurface *surface) const

@@ -13,6 +13,13 @@
 #include <memory>
 #include <vector>
 
+struct FrameCounts
+{
+    int captured = 0;
+    int presented = 0;
+    int converted = 0;
+};
+
 class SurfaceFeeder : public QObject
 {
     Q_OBJECT
@@ -26,6 +33,9 @@ public:
     void present(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
     void stop();
 
+    FrameCounts counts() const;
+    void resetCounts();
+
 private:
     using FeedPointer = std::shared_ptr<SurfaceFeed>;
 
@@ -33,7 +43,9 @@ private:
     void removeUnused();
 
     QMap<const QObject *, QPointer<QAbstractVideoSurface>> m_surfaces;
+    FrameConversions m_conversions;
     std::vector<FeedPointer> m_feeds;
+    FrameCounts m_counts;
     int m_run = 0;
 };
 

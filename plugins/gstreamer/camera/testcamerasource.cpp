@@ -4,11 +4,17 @@
 
 #include "testcamerasource.h"
 
+#include "cameradevices.h"
 #include "capturesettings.h"
 
 CameraFailure TestCameraSource::open()
 {
     return {};
+}
+
+QString TestCameraSource::displayName() const
+{
+    return CameraDevices::tr("Test picture");
 }
 
 QList<QCameraViewfinderSettings> TestCameraSource::supportedSettings() const

@@ -11,6 +11,7 @@ class TestCameraSource : public CameraSource
 {
 public:
     CameraFailure open() override;
+    QString displayName() const override;
     QList<QCameraViewfinderSettings> supportedSettings() const override;
     QCameraViewfinderSettings defaultSettings() const override;
 

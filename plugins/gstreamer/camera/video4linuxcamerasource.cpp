@@ -7,6 +7,8 @@
 #include "capturesettings.h"
 #include "video4linuxcontrols.h"
 
+#include <cerrno>
+
 namespace {
 
 const QSize usualSize(1280, 720);
@@ -42,31 +44,39 @@ QString description(const CameraMode &mode, const QCameraViewfinderSettings &set
 
 } // namespace
 
-/*! \a path is the device's file, such as "/dev/video0". */
-Video4LinuxCameraSource::Video4LinuxCameraSource(const QByteArray &path) : m_path(path) { }
+/*! \a port is where the device is plugged in, as Video4LinuxDevices names it. */
+Video4LinuxCameraSource::Video4LinuxCameraSource(const QByteArray &port) : m_port(port) { }
 
 CameraFailure Video4LinuxCameraSource::open()
 {
-    const QString name = QString::fromLocal8Bit(m_path);
-    m_device = Video4LinuxDevices::find(m_path);
-    if (!m_device)
-        return {QCamera::CameraError, tr("%1: there is no such camera").arg(name)};
-    const GstCapsPointer caps(gst_device_get_caps(m_device.get()));
+    m_device = Video4LinuxDevices::find(m_port);
+    if (!m_device.device)
+        return {QCamera::CameraError, tr("%1: there is no such camera").arg(displayName())};
+    const GstCapsPointer caps(gst_device_get_caps(m_device.device.get()));
     if (caps)
         m_modes = CameraModes::fromCaps(caps.get());
     if (m_modes.isEmpty())
-        return {QCamera::CameraError, tr("%1: the camera has no usable format").arg(name)};
+        return {QCamera::CameraError, tr("%1: the camera has no usable format").arg(displayName())};
     return {};
 }
 
+/*! The port while no device is there. */
+QString Video4LinuxCameraSource::displayName() const
+{
+    return m_device.device ? m_device.description : QString::fromLocal8Bit(m_port);
+}
+
+/*! Motion JPEG counts as the format that it is decoded to; what two modes share is listed once. */
 QList<QCameraViewfinderSettings> Video4LinuxCameraSource::supportedSettings() const
 {
     QList<QCameraViewfinderSettings> settings;
     for (const CameraMode &mode : m_modes) {
         const QVideoFrame::PixelFormat format
                 = mode.isMotionJpeg ? QVideoFrame::Format_YUV420P : mode.pixelFormat;
-        settings.append(CaptureSettings::make(mode.size, mode.minimumFrameRate,
-                                              mode.maximumFrameRate, format));
+        const QCameraViewfinderSettings offered = CaptureSettings::make(
+                mode.size, mode.minimumFrameRate, mode.maximumFrameRate, format);
+        if (!settings.contains(offered))
+            settings.append(offered);
     }
     return settings;
 }
@@ -74,29 +84,30 @@ QList<QCameraViewfinderSettings> Video4LinuxCameraSource::supportedSettings() co
 /*! The size and rate nearest to 1280x720 at 30 frames per second. */
 QCameraViewfinderSettings Video4LinuxCameraSource::defaultSettings() const
 {
-    const CameraMode mode = CameraModes::best(m_modes, usualSize, usualFrameRate);
+    const CameraMode mode
+            = CameraModes::best(m_modes, usualSize, usualFrameRate, QVideoFrame::Format_Invalid);
     const qreal rate = qMin(mode.maximumFrameRate, usualFrameRate);
     return CaptureSettings::make(mode.size, rate, rate, QVideoFrame::Format_Invalid);
 }
 
 std::unique_ptr<DeviceControls> Video4LinuxCameraSource::createControls() const
 {
-    return std::make_unique<Video4LinuxControls>(m_path);
+    return std::make_unique<Video4LinuxControls>(m_device.path);
 }
 
 GstElementPointer Video4LinuxCameraSource::createPipeline(const QCameraViewfinderSettings &settings,
                                                           CameraFailure *failure) const
 {
-    const CameraMode mode
-            = CameraModes::best(m_modes, settings.resolution(), settings.maximumFrameRate());
+    const CameraMode mode = CameraModes::best(m_modes, settings.resolution(),
+                                              settings.maximumFrameRate(), settings.pixelFormat());
     GError *error = nullptr;
     GstElement *rest = gst_parse_bin_from_description(
             description(mode, settings).toUtf8().constData(), true, &error);
-    GstElement *camera = gst_device_create_element(m_device.get(), "camera");
+    GstElement *camera = gst_device_create_element(m_device.device.get(), "camera");
     if (error || !camera) {
         const QString reason = error ? QString::fromUtf8(error->message) : tr("no source element");
         *failure = {QCamera::ServiceMissingError,
-                    QStringLiteral("%1: %2").arg(QString::fromLocal8Bit(m_path), reason)};
+                    QStringLiteral("%1: %2").arg(displayName(), reason)};
         g_clear_error(&error);
         return nullptr;
     }
@@ -104,4 +115,14 @@ GstElementPointer Video4LinuxCameraSource::createPipeline(const QCameraViewfinde
     gst_bin_add_many(GST_BIN(pipeline.get()), camera, rest, nullptr);
     gst_element_link(camera, rest);
     return pipeline;
+}
+
+/*! The system's own words tell which of the many ways to fail it was; they are in its language. */
+QString Video4LinuxCameraSource::explain(const QString &report) const
+{
+    if (report.contains(QString::fromUtf8(g_strerror(EBUSY))))
+        return tr("another program may be using the camera (%1)").arg(report);
+    if (report.contains(QString::fromUtf8(g_strerror(ENODEV))))
+        return tr("the camera has been unplugged (%1)").arg(report);
+    return report;
 }

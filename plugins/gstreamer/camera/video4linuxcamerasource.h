@@ -16,19 +16,21 @@ class Video4LinuxCameraSource : public CameraSource
     Q_DECLARE_TR_FUNCTIONS(Video4LinuxCameraSource)
 
 public:
-    explicit Video4LinuxCameraSource(const QByteArray &path);
+    explicit Video4LinuxCameraSource(const QByteArray &port);
 
     CameraFailure open() override;
+    QString displayName() const override;
     QList<QCameraViewfinderSettings> supportedSettings() const override;
     QCameraViewfinderSettings defaultSettings() const override;
 
     std::unique_ptr<DeviceControls> createControls() const override;
     GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
                                      CameraFailure *failure) const override;
+    QString explain(const QString &report) const override;
 
 private:
-    QByteArray m_path;
-    GstDevicePointer m_device;
+    QByteArray m_port;
+    Video4LinuxDevice m_device;
     QVector<CameraMode> m_modes;
 };
 

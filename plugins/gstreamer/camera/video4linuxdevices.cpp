@@ -6,12 +6,15 @@
 
 #include "gstreamersetup.h"
 
-#include <QtCore/qstring.h>
+#include <QtCore/qset.h>
 
 #include <fcntl.h>
 #include <linux/videodev2.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -21,6 +24,45 @@ bool canCapture(GstDevice *device)
     const bool isSource = g_strcmp0(deviceClass, "Video/Source") == 0;
     g_free(deviceClass);
     return isSource;
+}
+
+/*!
+    The bus and the place on it say where the camera is plugged in, and stay when it comes back under
+    another path.
+*/
+Video4LinuxDevice describe(GstDevicePointer device)
+{
+    Video4LinuxDevice result;
+    GstStructure *properties = gst_device_get_properties(device.get());
+    if (properties) {
+        result.path = gst_structure_get_string(properties, "device.path");
+        result.port = gst_structure_get_string(properties, "v4l2.device.bus_info");
+        gst_structure_free(properties);
+    }
+    if (result.port.isEmpty())
+        result.port = result.path;
+    gchar *name = gst_device_get_display_name(device.get());
+    result.description = QString::fromUtf8(name);
+    g_free(name);
+    result.device = std::move(device);
+    return result;
+}
+
+/*! In the order of their numbers, each with a port of its own even if they share a plug. */
+void tellApart(std::vector<Video4LinuxDevice> *devices)
+{
+    std::sort(devices->begin(), devices->end(),
+              [](const Video4LinuxDevice &left, const Video4LinuxDevice &right) {
+                  return std::make_tuple(left.path.size(), left.path)
+                          < std::make_tuple(right.path.size(), right.path);
+              });
+    QSet<QByteArray> ports;
+    for (Video4LinuxDevice &device : *devices) {
+        const QByteArray plug = device.port;
+        for (int number = 2; ports.contains(device.port); ++number)
+            device.port = plug + '#' + QByteArray::number(number);
+        ports.insert(device.port);
+    }
 }
 
 bool readControl(const QByteArray &path, quint32 id, int *value)
@@ -42,9 +84,9 @@ bool readControl(const QByteArray &path, quint32 id, int *value)
     The capture devices present now. Asks only the Video4Linux provider: those of other kinds can
     take long to answer, and Qt FaceLink doesn't use their devices.
 */
-std::vector<GstDevicePointer> Video4LinuxDevices::all()
+std::vector<Video4LinuxDevice> Video4LinuxDevices::all()
 {
-    std::vector<GstDevicePointer> devices;
+    std::vector<Video4LinuxDevice> devices;
     if (!GStreamerSetup::initialize())
         return devices;
     GstDeviceProvider *provider = gst_device_provider_factory_get_by_name("v4l2deviceprovider");
@@ -54,41 +96,26 @@ std::vector<GstDevicePointer> Video4LinuxDevices::all()
     GList *found = gst_device_provider_get_devices(provider);
     for (GList *item = found; item; item = item->next) {
         GstDevicePointer device(GST_DEVICE(item->data));
-        if (canCapture(device.get()) && !path(device.get()).isEmpty())
-            devices.push_back(std::move(device));
+        if (!canCapture(device.get()))
+            continue;
+        devices.push_back(describe(std::move(device)));
+        if (devices.back().path.isEmpty())
+            devices.pop_back();
     }
     g_list_free(found);
     gst_object_unref(provider);
+    tellApart(&devices);
     return devices;
 }
 
-/*! The capture device whose file is \a path, null when it isn't there. */
-GstDevicePointer Video4LinuxDevices::find(const QByteArray &path)
+/*! The capture device at \a port; all is empty when nothing is plugged in there. */
+Video4LinuxDevice Video4LinuxDevices::find(const QByteArray &port)
 {
-    for (GstDevicePointer &device : all()) {
-        if (Video4LinuxDevices::path(device.get()) == path)
+    for (Video4LinuxDevice &device : all()) {
+        if (device.port == port)
             return std::move(device);
     }
-    return nullptr;
-}
-
-/*! The file of \a device, such as "/dev/video0". */
-QByteArray Video4LinuxDevices::path(GstDevice *device)
-{
-    GstStructure *properties = gst_device_get_properties(device);
-    if (!properties)
-        return QByteArray();
-    const QByteArray path = gst_structure_get_string(properties, "device.path");
-    gst_structure_free(properties);
-    return path;
-}
-
-QString Video4LinuxDevices::description(GstDevice *device)
-{
-    gchar *name = gst_device_get_display_name(device);
-    const QString description = QString::fromUtf8(name);
-    g_free(name);
-    return description;
+    return Video4LinuxDevice();
 }
 
 /*! Where the camera looks, as the driver knows it: from the device tree or the firmware. */

@@ -8,19 +8,25 @@
 #include "gstpointers.h"
 
 #include <QtCore/qbytearray.h>
+#include <QtCore/qstring.h>
 #include <QtMultimedia/qcamera.h>
 
 #include <vector>
 
 using GstDevicePointer = std::unique_ptr<GstDevice, GstObjectUnref>;
 
+struct Video4LinuxDevice
+{
+    GstDevicePointer device;
+    QByteArray path;
+    QByteArray port;
+    QString description;
+};
+
 namespace Video4LinuxDevices {
 
-std::vector<GstDevicePointer> all();
-GstDevicePointer find(const QByteArray &path);
-
-QByteArray path(GstDevice *device);
-QString description(GstDevice *device);
+std::vector<Video4LinuxDevice> all();
+Video4LinuxDevice find(const QByteArray &port);
 
 QCamera::Position position(const QByteArray &path);
 int orientation(const QByteArray &path);

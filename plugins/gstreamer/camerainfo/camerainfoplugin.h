@@ -7,22 +7,20 @@
 
 #include <QtMultimedia/qmediaserviceproviderplugin.h>
 
-class CameraInfoPlugin : public QObject,
-                         public QMediaServiceSupportedDevicesInterface,
-                         public QMediaServiceCameraInfoInterface
+class CameraInfoPlugin : public QObject, public QMediaServiceCameraInfoInterface
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QMediaServiceProviderFactoryInterface_iid FILE "camerainfoplugin.json")
-    Q_INTERFACES(QMediaServiceSupportedDevicesInterface QMediaServiceCameraInfoInterface)
+    Q_INTERFACES(QMediaServiceCameraInfoInterface)
 
 public:
     explicit CameraInfoPlugin(QObject *parent = nullptr);
 
-    QList<QByteArray> devices(const QByteArray &service) const override;
-    QString deviceDescription(const QByteArray &service, const QByteArray &device) override;
-
     QCamera::Position cameraPosition(const QByteArray &device) const override;
     int cameraOrientation(const QByteArray &device) const override;
+
+private:
+    QMediaServiceCameraInfoInterface *otherPlugin(const QByteArray &device) const;
 };
 
 #endif
