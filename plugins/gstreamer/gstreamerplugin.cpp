@@ -103,7 +103,11 @@ bool GStreamerPlugin::isHardwareAccelerated(const QByteArray &codecId)
     return findById(codecId).isHardwareAccelerated;
 }
 
-/*! Hardware can be relied on for one stream only; software has no limit of its own. */
+/*!
+    Software has no limit of its own. Of hardware one stream is all that can be relied on: how many
+    sessions it takes depends on the driver, on the sizes and on other programs, and no element of
+    GStreamer tells. More may well be possible; the start of one too many fails with an error.
+*/
 int GStreamerPlugin::maxInstances(const QByteArray &codecId)
 {
     const CodecElement element = findById(codecId);

@@ -17,6 +17,7 @@ struct EncoderTraits
     int largestQuantizer;
     int smallestSide;
     bool takesKeyFrameRequests;
+    bool takesBitRateWhileRunning;
 
     static bool isKnown(const QByteArray &factoryName);
     static const EncoderTraits &of(const QByteArray &factoryName);

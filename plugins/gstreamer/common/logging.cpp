@@ -4,4 +4,5 @@
 
 #include "logging.h"
 
-Q_LOGGING_CATEGORY(lcFaceLinkGStreamer, "facelink.gstreamer")
+// What is only informative has to be asked for with QT_LOGGING_RULES="facelink.gstreamer=true".
+Q_LOGGING_CATEGORY(lcFaceLinkGStreamer, "facelink.gstreamer", QtWarningMsg)

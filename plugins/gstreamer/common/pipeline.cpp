@@ -94,12 +94,24 @@ void Pipeline::reset()
 {
     if (!m_pipeline)
         return;
-    const GstElementPointer pipeline = std::move(m_pipeline);
-    gst_element_set_state(pipeline.get(), GST_STATE_NULL);
-    const GstBusPointer bus(gst_element_get_bus(pipeline.get()));
-    if (bus)
+    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+    release();
+}
+
+/*!
+    Hands the pipeline over, null when there is none, without a change of its state. Nothing that it
+    reports arrives any more, but its threads may still run.
+*/
+GstElementPointer Pipeline::release()
+{
+    GstElementPointer pipeline = std::move(m_pipeline);
+    const GstBusPointer bus(pipeline ? gst_element_get_bus(pipeline.get()) : nullptr);
+    if (bus) {
+        gst_bus_set_flushing(bus.get(), TRUE);
         gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+    }
     beginRun();
+    return pipeline;
 }
 
 bool Pipeline::isEmpty() const

@@ -24,6 +24,7 @@ public:
 
     void adopt(GstElementPointer pipeline);
     void reset();
+    GstElementPointer release();
 
     bool isEmpty() const;
     GstElementPointer element(const char *name) const;

@@ -7,9 +7,12 @@
 #include "logging.h"
 #include "videoformat.h"
 
+#include <QtCore/qpointer.h>
 #include <QtCore/qscopedvaluerollback.h>
 
 namespace {
+
+constexpr qint64 millisecondsBetweenLogs = 1000;
 
 QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
 {
@@ -31,13 +34,13 @@ QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
     at all. An error of the pipeline ends the run.
 
     All signals are emitted in the thread of the control. Only encode() may be called from others.
+    The service may be deleted by whoever receives a frame, a report of an error or endOfStream().
 */
 EncodeControl::EncodeControl(QObject *parent) : QFLEncodeControl(parent), m_pipeline(this)
 {
     if (!Codecs::encoders().isEmpty())
         m_status = QFLEncoder::LoadedStatus;
-    connect(&m_pipeline, &EncoderPipeline::encodedVideoFrame, this,
-            &EncodeControl::encodedVideoFrame);
+    connect(&m_pipeline, &EncoderPipeline::encodedVideoFrame, this, &EncodeControl::handleFrame);
     connect(&m_pipeline, &EncoderPipeline::errorReported, this,
             &EncodeControl::handlePipelineError);
     connect(&m_pipeline, &EncoderPipeline::drained, this, &EncodeControl::handleDrained);
@@ -92,7 +95,9 @@ bool EncodeControl::start(const QVideoSurfaceFormat &format)
 {
     stop();
     // Each report of a status may lead the application to start or stop.
-    if (m_status == QFLEncoder::StartingStatus || m_status == QFLEncoder::StartedStatus)
+    const bool isIdle
+            = m_status == QFLEncoder::LoadedStatus || m_status == QFLEncoder::UnavailableStatus;
+    if (!isIdle)
         return false;
     const int run = ++m_run;
     m_isDraining = false;
@@ -130,14 +135,13 @@ void EncodeControl::stop()
 {
     if (m_status != QFLEncoder::StartedStatus)
         return;
-    setStatus(QFLEncoder::StoppingStatus);
     endRun();
 }
 
 /*!
     False when the frame isn't accepted: outside a run, while draining, when it would have to wait
-    too long for the encoder, or when it isn't of the run's size and format. The latter is an error,
-    reported once in a run.
+    too long for the encoder, when the thread of the control is so busy that encoded frames pile up,
+    or when it isn't of the run's size and format. The latter is an error, reported once in a run.
 */
 bool EncodeControl::encode(const QVideoFrame &frame)
 {
@@ -164,6 +168,46 @@ int EncodeControl::pending()
     return m_pipeline.pending();
 }
 
+/*! How many encoded frames wait for their turn in the thread of the control. */
+int EncodeControl::undelivered()
+{
+    return m_pipeline.undelivered();
+}
+
+/*!
+    \property EncodeControl::encodedFrames
+
+    The frames of this control's life that were encoded and emitted. With those that were refused,
+    dropped or skipped and those still on their way (none outside a run) they are all that encode()
+    was called with. Any thread may ask for these four; the log tells what is lost.
+*/
+quint64 EncodeControl::encodedFrames() const
+{
+    return m_pipeline.tally().encoded;
+}
+
+/*! \property EncodeControl::refusedFrames The frames for which encode() returned false. */
+quint64 EncodeControl::refusedFrames() const
+{
+    return m_pipeline.tally().refused;
+}
+
+/*!
+    \property EncodeControl::droppedFrames
+
+    The frames that were accepted and got lost, by a flush, the end of a run or the encoder's doing.
+*/
+quint64 EncodeControl::droppedFrames() const
+{
+    return m_pipeline.tally().dropped;
+}
+
+/*! \property EncodeControl::skippedFrames The frames that were too many for the set frame rate. */
+quint64 EncodeControl::skippedFrames() const
+{
+    return m_pipeline.tally().skipped;
+}
+
 void EncodeControl::reportError(QFLEncoder::Error code, const QString &text)
 {
     Q_EMIT error(code, text);
@@ -178,6 +222,7 @@ bool EncodeControl::startRun(int run)
         return false;
     }
     m_streamSettings = m_configuration->streamSettings();
+    m_sinceLog.start();
     setStatus(QFLEncoder::StartedStatus);
     if (run != m_run || m_status != QFLEncoder::StartedStatus)
         return false;
@@ -214,10 +259,14 @@ void EncodeControl::setStatus(QFLEncoder::Status status)
 
 void EncodeControl::endRun()
 {
+    const QPointer<EncodeControl> self(this);
+    setStatus(QFLEncoder::StoppingStatus);
     m_pipeline.stop();
+    logLostFrames();
     m_streamSettings = QVideoEncoderSettings();
     Q_EMIT streamStopped();
-    setStatus(QFLEncoder::LoadedStatus);
+    if (self)
+        setStatus(QFLEncoder::LoadedStatus);
 }
 
 void EncodeControl::handlePipelineError(Pipeline::ErrorKind kind, const QString &text)
@@ -236,17 +285,40 @@ void EncodeControl::handlePipelineError(Pipeline::ErrorKind kind, const QString 
             Q_EMIT pendingFell(lost, m_pipeline.pending());
         return;
     }
+    const Failure failure = m_failure;
+    const QPointer<EncodeControl> self(this);
     endRun();
-    reportError(m_failure.code, m_failure.text);
+    if (self)
+        reportError(failure.code, failure.text);
 }
 
 void EncodeControl::handleDrained()
 {
     m_isDraining = false;
     const int run = m_run;
+    const QPointer<EncodeControl> self(this);
     Q_EMIT streamDrained();
-    if (run == m_run && m_status == QFLEncoder::StartedStatus)
+    if (self && run == m_run && m_status == QFLEncoder::StartedStatus)
         Q_EMIT endOfStream();
+}
+
+void EncodeControl::handleFrame(const QFLEncodedVideoFrame &frame)
+{
+    if (m_sinceLog.hasExpired(millisecondsBetweenLogs))
+        logLostFrames();
+    Q_EMIT encodedVideoFrame(frame);
+}
+
+// Frames that are only too many for the frame rate are what the application asked for.
+void EncodeControl::logLostFrames()
+{
+    const quint64 losses = refusedFrames() + droppedFrames();
+    if (losses == m_loggedLosses)
+        return;
+    m_loggedLosses = losses;
+    m_sinceLog.start();
+    qCInfo(lcFaceLinkGStreamer, "%llu frames encoded, %llu refused, %llu dropped, %llu skipped",
+           encodedFrames(), refusedFrames(), droppedFrames(), skippedFrames());
 }
 
 void EncodeControl::reportRefusedFrame(int run, const QString &text)

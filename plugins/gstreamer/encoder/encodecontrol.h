@@ -14,6 +14,10 @@
 class EncodeControl : public QFLEncodeControl
 {
     Q_OBJECT
+    Q_PROPERTY(quint64 encodedFrames READ encodedFrames)
+    Q_PROPERTY(quint64 refusedFrames READ refusedFrames)
+    Q_PROPERTY(quint64 droppedFrames READ droppedFrames)
+    Q_PROPERTY(quint64 skippedFrames READ skippedFrames)
 
 public:
     explicit EncodeControl(QObject *parent = nullptr);
@@ -35,6 +39,12 @@ public:
     void requestKeyFrame();
     void reportError(QFLEncoder::Error code, const QString &text);
     int pending();
+    int undelivered();
+
+    quint64 encodedFrames() const;
+    quint64 refusedFrames() const;
+    quint64 droppedFrames() const;
+    quint64 skippedFrames() const;
 
 Q_SIGNALS:
     void pendingFell(int from, int to);
@@ -50,6 +60,8 @@ private:
     void endRun();
     void handlePipelineError(Pipeline::ErrorKind kind, const QString &text);
     void handleDrained();
+    void handleFrame(const QFLEncodedVideoFrame &frame);
+    void logLostFrames();
     void reportRefusedFrame(int run, const QString &text);
 
     struct Failure
@@ -65,6 +77,8 @@ private:
     QVideoEncoderSettings m_streamSettings;
     bool m_isStartingPipeline = false;
     bool m_isDraining = false;
+    QElapsedTimer m_sinceLog;
+    quint64 m_loggedLosses = 0;
     QFLEncoder::Status m_status = QFLEncoder::UnavailableStatus;
     std::atomic<int> m_run = 0;
 };

@@ -5,16 +5,25 @@
 #include "encodedvideosourcecontrol.h"
 
 #include "encodecontrol.h"
+#include "logging.h"
 #include "qflencodedvideosink.h"
+
+#include <QtCore/qelapsedtimer.h>
+#include <QtCore/qpointer.h>
 
 #include <algorithm>
 
 /*!
     Follows the runs of \a encodeControl, which must outlive this control: its sinks are started,
     drained and stopped with it, and get its frames in order. Everything happens in the thread of
-    the encode control; a sink may be removed from within any call to a sink.
+    the encode control. From within any call, a sink may link or remove itself or others, and start
+    or stop the encoder; from within any but start() it may also delete the service.
 
     Each sink's stream begins with a key frame, and goes on with one after a frame that it refused.
+    All get a frame before anyone gets the next, those last that took longer for their latest one
+    than a frame lasts. When others have to wait for such a sink, and frames pile up, it misses the
+    frames up to the next regular key frame; so the others are late by one of its calls at most. A
+    sink that is slow on its own gets all frames, and encode() refuses as many as it can't take.
 */
 EncodedVideoSourceControl::EncodedVideoSourceControl(EncodeControl *encodeControl, QObject *parent)
     : QFLEncodedVideoSourceControl(parent), m_encodeControl(encodeControl)
@@ -27,6 +36,13 @@ EncodedVideoSourceControl::EncodedVideoSourceControl(EncodeControl *encodeContro
             &EncodedVideoSourceControl::stopSinks);
     connect(encodeControl, &EncodeControl::encodedVideoFrame, this,
             &EncodedVideoSourceControl::deliver);
+}
+
+/*! Stops those sinks that are left when the service is deleted from within another one's stop(). */
+EncodedVideoSourceControl::~EncodedVideoSourceControl()
+{
+    while (!m_sinks.isEmpty())
+        removeSink(m_sinks.first().sink);
 }
 
 /*!
@@ -46,7 +62,7 @@ bool EncodedVideoSourceControl::addSink(QFLSink *sink)
         return false;
     }
     m_encodeControl->requestKeyFrame();
-    return true;
+    return find(videoSink);
 }
 
 /*! Stops \a sink if it is started. Nothing is called in it once this has returned. */
@@ -59,7 +75,7 @@ bool EncodedVideoSourceControl::removeSink(QFLSink *sink)
         return false;
     const LinkedSink removed = *position;
     m_sinks.erase(position);
-    if (removed.isStarted)
+    if (removed.state != Stopped)
         removed.sink->stop();
     return true;
 }
@@ -73,36 +89,46 @@ EncodedVideoSourceControl::LinkedSink *EncodedVideoSourceControl::find(
     return position == m_sinks.end() ? nullptr : &*position;
 }
 
-QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::startedSinks() const
+QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::receivers() const
 {
     QVector<QFLEncodedVideoSink *> result;
-    for (const LinkedSink &linked : m_sinks) {
-        if (linked.isStarted)
-            result.append(linked.sink);
+    for (bool isSlow : {false, true}) {
+        for (const LinkedSink &linked : m_sinks) {
+            if (linked.state != Stopped && linked.isSlow == isSlow)
+                result.append(linked.sink);
+        }
     }
     return result;
 }
 
+// False if the sink doesn't take the stream. True doesn't mean that it is still linked, or that the
+// run still goes on.
 bool EncodedVideoSourceControl::startSink(QFLEncodedVideoSink *sink,
                                           const QVideoEncoderSettings &settings)
 {
-    if (!sink->isFormatSupported(settings) || !sink->start(settings))
-        return false;
-    // The sink may have removed itself.
+    const bool isSupported = sink->isFormatSupported(settings);
     LinkedSink *linked = find(sink);
-    if (!linked)
-        return false;
-    linked->isStarted = true;
-    linked->isDrained = false;
+    if (!isSupported || !linked)
+        return isSupported;
+    linked->state = Starting;
     linked->awaitsKeyFrame = true;
-    return true;
+    linked->isSlow = false;
+    const bool isStarted = sink->start(settings);
+    linked = find(sink);
+    if (!linked || linked->state != Starting)
+        return true;
+    linked->state = isStarted ? Started : Stopped;
+    return isStarted;
 }
 
 void EncodedVideoSourceControl::startSinks(const QVideoEncoderSettings &settings)
 {
+    const int run = ++m_run;
     const QVector<LinkedSink> sinks = m_sinks;
     for (const LinkedSink &linked : sinks) {
-        if (find(linked.sink) && !startSink(linked.sink, settings)) {
+        // Those that joined when the status changed have been started.
+        const LinkedSink *present = run == m_run ? find(linked.sink) : nullptr;
+        if (present && present->state == Stopped && !startSink(linked.sink, settings)) {
             m_encodeControl->reportError(QFLEncoder::ConsumerError,
                                          tr("A sink does not take %1 video of %2x%3 pixels")
                                                  .arg(settings.codec())
@@ -114,12 +140,14 @@ void EncodedVideoSourceControl::startSinks(const QVideoEncoderSettings &settings
 
 void EncodedVideoSourceControl::drainSinks()
 {
-    const QVector<QFLEncodedVideoSink *> sinks = startedSinks();
+    const int run = m_run;
+    const QPointer<EncodedVideoSourceControl> self(this);
+    const QVector<QFLEncodedVideoSink *> sinks = receivers();
     for (QFLEncodedVideoSink *sink : sinks) {
-        LinkedSink *linked = find(sink);
-        if (!linked)
+        LinkedSink *linked = self && run == m_run ? find(sink) : nullptr;
+        if (!linked || linked->state != Started)
             continue;
-        linked->isDrained = true;
+        linked->state = Drained;
         linked->awaitsKeyFrame = true;
         sink->drain();
     }
@@ -127,46 +155,76 @@ void EncodedVideoSourceControl::drainSinks()
 
 void EncodedVideoSourceControl::stopSinks()
 {
-    const QVector<QFLEncodedVideoSink *> sinks = startedSinks();
+    ++m_run;
+    const QPointer<EncodedVideoSourceControl> self(this);
+    const QVector<QFLEncodedVideoSink *> sinks = receivers();
     for (QFLEncodedVideoSink *sink : sinks) {
-        LinkedSink *linked = find(sink);
-        if (!linked || !linked->isStarted)
+        LinkedSink *linked = self ? find(sink) : nullptr;
+        if (!linked || linked->state == Stopped)
             continue;
-        linked->isStarted = false;
+        linked->state = Stopped;
         sink->stop();
     }
 }
 
 void EncodedVideoSourceControl::deliver(const QFLEncodedVideoFrame &frame)
 {
-    const QVector<QFLEncodedVideoSink *> sinks = startedSinks();
-    for (QFLEncodedVideoSink *sink : sinks)
-        deliverTo(sink, frame);
-}
-
-bool EncodedVideoSourceControl::restartSink(QFLEncodedVideoSink *sink)
-{
-    find(sink)->isStarted = false;
-    sink->stop();
-    return find(sink) && startSink(sink, m_encodeControl->streamSettings());
+    const int run = m_run;
+    const QPointer<EncodedVideoSourceControl> self(this);
+    const QVector<QFLEncodedVideoSink *> sinks = receivers();
+    for (QFLEncodedVideoSink *sink : sinks) {
+        if (self && run == m_run)
+            deliverTo(sink, frame);
+    }
 }
 
 void EncodedVideoSourceControl::deliverTo(QFLEncodedVideoSink *sink,
                                           const QFLEncodedVideoFrame &frame)
 {
-    const bool isKeyFrame = frame.meta().type == QFLEncodedVideoFrame::Type_Key;
+    const QPointer<EncodedVideoSourceControl> self(this);
+    if (!prepare(sink, frame.meta().type == QFLEncodedVideoFrame::Type_Key))
+        return;
+    QElapsedTimer timer;
+    timer.start();
+    const bool isTaken = sink->encodedVideoFrame(frame);
+    if (self)
+        handleDelivery(sink, isTaken, timer.nsecsElapsed());
+}
+
+// True if the frame is for the sink. To a drained sink, frames that follow are a stream of their
+// own.
+bool EncodedVideoSourceControl::prepare(QFLEncodedVideoSink *sink, bool isKeyFrame)
+{
+    const int run = m_run;
+    const QPointer<EncodedVideoSourceControl> self(this);
     LinkedSink *linked = find(sink);
-    if (!linked || !linked->isStarted || (linked->awaitsKeyFrame && !isKeyFrame))
+    if (linked && linked->state == Drained && isKeyFrame) {
+        linked->state = Stopped;
+        sink->stop();
+        linked = self && run == m_run ? find(sink) : nullptr;
+        if (linked && linked->state == Stopped)
+            startSink(sink, m_encodeControl->streamSettings());
+        linked = self && run == m_run ? find(sink) : nullptr;
+    }
+    if (!linked || linked->state != Started || (linked->awaitsKeyFrame && !isKeyFrame))
+        return false;
+    linked->awaitsKeyFrame = false;
+    return true;
+}
+
+void EncodedVideoSourceControl::handleDelivery(QFLEncodedVideoSink *sink, bool isTaken,
+                                               qint64 nanoseconds)
+{
+    LinkedSink *linked = find(sink);
+    if (!linked || linked->state != Started)
         return;
-    // To a drained sink, frames that follow are a stream of their own.
-    if (linked->isDrained && !restartSink(sink))
-        return;
-    find(sink)->awaitsKeyFrame = false;
-    if (sink->encodedVideoFrame(frame))
-        return;
-    linked = find(sink);
-    if (!linked)
-        return;
-    linked->awaitsKeyFrame = true;
-    m_encodeControl->requestKeyFrame();
+    const qreal frameRate = m_encodeControl->streamSettings().frameRate();
+    linked->isSlow = nanoseconds * frameRate > 1e9;
+    if (!isTaken) {
+        linked->awaitsKeyFrame = true;
+        m_encodeControl->requestKeyFrame();
+    } else if (linked->isSlow && m_sinks.size() > 1 && m_encodeControl->undelivered() > 1) {
+        linked->awaitsKeyFrame = true;
+        qCInfo(lcFaceLinkGStreamer, "A slow sink misses frames until the next key frame");
+    }
 }

@@ -20,21 +20,24 @@ class EncodedVideoSourceControl : public QFLEncodedVideoSourceControl
 
 public:
     explicit EncodedVideoSourceControl(EncodeControl *encodeControl, QObject *parent = nullptr);
+    ~EncodedVideoSourceControl() override;
 
     bool addSink(QFLSink *sink) override;
     bool removeSink(QFLSink *sink) override;
 
 private:
+    enum SinkState { Stopped, Starting, Started, Drained };
+
     struct LinkedSink
     {
         QFLEncodedVideoSink *sink = nullptr;
-        bool isStarted = false;
-        bool isDrained = false;
+        SinkState state = Stopped;
         bool awaitsKeyFrame = true;
+        bool isSlow = false;
     };
 
     LinkedSink *find(const QFLEncodedVideoSink *sink);
-    QVector<QFLEncodedVideoSink *> startedSinks() const;
+    QVector<QFLEncodedVideoSink *> receivers() const;
 
     bool startSink(QFLEncodedVideoSink *sink, const QVideoEncoderSettings &settings);
     void startSinks(const QVideoEncoderSettings &settings);
@@ -42,10 +45,12 @@ private:
     void stopSinks();
 
     void deliver(const QFLEncodedVideoFrame &frame);
-    bool restartSink(QFLEncodedVideoSink *sink);
     void deliverTo(QFLEncodedVideoSink *sink, const QFLEncodedVideoFrame &frame);
+    bool prepare(QFLEncodedVideoSink *sink, bool isKeyFrame);
+    void handleDelivery(QFLEncodedVideoSink *sink, bool isTaken, qint64 nanoseconds);
 
     EncodeControl *m_encodeControl;
+    int m_run = 0;
     QVector<LinkedSink> m_sinks;
 };
 

@@ -19,13 +19,13 @@ constexpr int largestSide = 4096;
 constexpr int largestArea = 36864 * 16 * 16;
 constexpr int smallestBitRate = 150000;
 constexpr qreal usualFrameRate = 30;
+constexpr qreal plausibleFrameRate = 1000;
 constexpr qreal ceilingOfConstantQuality = 2;
 
-qreal effectiveFrameRate(qreal available, qreal wanted)
+// Cameras may not know their rate or make one up.
+bool isKnownRate(qreal rate)
 {
-    if (available <= 0)
-        return wanted > 0 ? wanted : usualFrameRate;
-    return wanted > 0 ? qMin(available, wanted) : available;
+    return rate >= EncoderConfiguration::lowestFrameRate && rate <= plausibleFrameRate;
 }
 
 using RangeEnd = gint (*)(const GValue *);
@@ -110,8 +110,9 @@ QSize EncoderConfiguration::largestSize(const CodecElement &element)
 
 /*!
     Works out how frames of \a format become a stream with \a settings. What the settings leave open
-    (codec, size, frame rate, bit rate) follows from the frames. When that can't be done error() is
-    not NoError, and the other values mean nothing.
+    (codec, size, frame rate, bit rate) follows from the frames; a rate of the frames that can't be
+    true counts as unknown. When that can't be done error() is not NoError, and the other values
+    mean nothing.
 
     A bit rate in the settings rules, whatever the encoding mode. Without one, constant quality
     limits the quantizer, under a generous bit rate as the ceiling, and the other modes aim at the
@@ -124,13 +125,12 @@ EncoderConfiguration::EncoderConfiguration(const QVideoSurfaceFormat &format,
     gst_video_info_init(&m_inputInfo);
     if (settings.resolution().isEmpty())
         m_settings.setResolution(format.frameSize());
-    if (!checkCodec(settings.codec()) || !checkFormat(format) || !checkSize(outputSize()))
+    if (!checkCodec(settings.codec()) || !checkFormat(format) || !checkSize(outputSize())
+        || !checkFrameRate(settings.frameRate()))
         return;
 
     m_settings.setCodec(element().codec);
-    const bool isFaster = format.frameRate() <= 0 || format.frameRate() > settings.frameRate();
-    m_largestFrameRate = settings.frameRate() > 0 && isFaster ? settings.frameRate() : 0;
-    m_settings.setFrameRate(effectiveFrameRate(format.frameRate(), settings.frameRate()));
+    completeFrameRate(format.frameRate());
     if (settings.bitRate() <= 0)
         completeBitRate();
 }
@@ -229,7 +229,9 @@ bool EncoderConfiguration::checkFormat(const QVideoSurfaceFormat &format)
     }
     if (!checkSize(format.frameSize()))
         return false;
-    if (!VideoFormat::toGst(format, &m_inputInfo))
+    QVideoSurfaceFormat plausible = format;
+    plausible.setFrameRate(isKnownRate(format.frameRate()) ? format.frameRate() : 0);
+    if (!VideoFormat::toGst(plausible, &m_inputInfo))
         return fail(QFLEncoder::FormatError, tr("The frames' format cannot be encoded"));
     return true;
 }
@@ -252,6 +254,29 @@ bool EncoderConfiguration::checkSize(const QSize &size)
                         .arg(largest.width())
                         .arg(largest.height())
                         .arg(largestArea));
+}
+
+/*! 0 leaves the rate to the frames. */
+bool EncoderConfiguration::checkFrameRate(qreal rate)
+{
+    if (rate == 0 || (rate >= lowestFrameRate && rate <= highestFrameRate))
+        return true;
+    return fail(QFLEncoder::FormatError,
+                tr("Video of %1 frames a second cannot be encoded: the rate must be from %2 to %3")
+                        .arg(rate)
+                        .arg(lowestFrameRate)
+                        .arg(highestFrameRate));
+}
+
+void EncoderConfiguration::completeFrameRate(qreal available)
+{
+    const qreal wanted = m_settings.frameRate();
+    if (wanted > 0 && !(isKnownRate(available) && available <= wanted))
+        m_largestFrameRate = wanted;
+    const qreal usual = wanted > 0 ? wanted : usualFrameRate;
+    const qreal rate = isKnownRate(available) ? available : usual;
+    m_settings.setFrameRate(
+            qBound(lowestFrameRate, wanted > 0 ? qMin(rate, wanted) : rate, highestFrameRate));
 }
 
 void EncoderConfiguration::completeBitRate()

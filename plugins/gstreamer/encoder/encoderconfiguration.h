@@ -21,6 +21,8 @@ class EncoderConfiguration
 public:
     static QSize smallestSize(const CodecElement &element);
     static QSize largestSize(const CodecElement &element);
+    static constexpr qreal lowestFrameRate = 1;
+    static constexpr qreal highestFrameRate = 120;
 
     EncoderConfiguration(const QVideoSurfaceFormat &format, const QVideoEncoderSettings &settings);
 
@@ -42,6 +44,8 @@ private:
     bool checkCodec(const QString &codec);
     bool checkFormat(const QVideoSurfaceFormat &format);
     bool checkSize(const QSize &size);
+    bool checkFrameRate(qreal rate);
+    void completeFrameRate(qreal available);
     void completeBitRate();
     bool fail(QFLEncoder::Error error, const QString &text);
 

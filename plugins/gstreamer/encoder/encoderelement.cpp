@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qreal secondsBetweenKeyFrames = 2;
+constexpr int secondsBetweenKeyFrames = 2;
 
 bool isInKilobits(GParamSpec *parameter)
 {
@@ -30,13 +30,14 @@ bool isInKilobits(GParamSpec *parameter)
 EncoderElement::EncoderElement(GstElementPointer element, const EncoderConfiguration &configuration)
     : m_element(std::move(element)),
       m_traits(EncoderTraits::of(configuration.element().factoryName)),
-      m_keyFrameDistance(qMax(1, qRound(configuration.frameRate() * secondsBetweenKeyFrames)))
+      m_keyFrameDistance(qMax(1, qRound(configuration.frameRate() * secondsBetweenKeyFrames))),
+      m_finestQuantizer(qRound(configuration.finestQuantizer() * m_traits.largestQuantizer))
 {
     apply(m_traits.live);
     apply(m_traits.keyFrameDistance);
-    if (configuration.finestQuantizer() > 0)
-        setFinestQuantizer(configuration.finestQuantizer());
-    setBitRate(configuration.bitRate());
+    if (m_finestQuantizer > 0)
+        apply(m_traits.constantQuality);
+    applyBitRate(configuration.bitRate());
     setOptions(configuration);
 
     const GstPadPointer sink(gst_element_get_static_pad(m_element.get(), "sink"));
@@ -51,25 +52,21 @@ EncoderElement::~EncoderElement()
     gst_pad_remove_probe(m_input.get(), m_probe);
 }
 
-/*! Sets the target, in bits per second; a running encoder takes it on at once. */
+/*! Sets the target, in bits per second; the next frame is encoded with it. */
 void EncoderElement::setBitRate(int bitRate)
 {
-    QByteArray settings = m_traits.bitRate;
-    settings.replace("%bits", QByteArray::number(bitRate));
-    settings.replace("%kilobits", QByteArray::number(qMax(1, bitRate / 1000)));
-    for (const QByteArray &setting : settings.split(' ')) {
-        GParamSpec *parameter = property(setting.left(setting.indexOf('=')));
-        const bool isInThousands = parameter && isInKilobits(parameter);
-        const QByteArray number
-                = QByteArray::number(isInThousands ? qMax(1, bitRate / 1000) : bitRate);
-        apply(QByteArray(setting).replace("%unit", number));
-    }
+    applyBitRate(bitRate);
+    if (!takesBitRateWhileRunning())
+        restart();
 }
 
 /*! Makes the next frame that enters the element a key frame, by whatever the element obeys. */
 void EncoderElement::requestKeyFrame()
 {
-    m_order = m_traits.takesKeyFrameRequests ? KeyFrameOrder : RestartOrder;
+    // A restart that is due anyway must not be forgotten.
+    Order present = NoOrder;
+    m_order.compare_exchange_strong(present,
+                                    m_traits.takesKeyFrameRequests ? KeyFrameOrder : RestartOrder);
 }
 
 /*! Makes the next frame that enters the element a key frame; no element can ignore this. */
@@ -83,10 +80,25 @@ GParamSpec *EncoderElement::property(const QByteArray &name) const
     return g_object_class_find_property(G_OBJECT_GET_CLASS(m_element.get()), name.constData());
 }
 
-void EncoderElement::setFinestQuantizer(qreal share)
+bool EncoderElement::takesBitRateWhileRunning() const
 {
-    const int quantizer = qRound(share * m_traits.largestQuantizer);
-    apply(QByteArray(m_traits.constantQuality).replace("%quantizer", QByteArray::number(quantizer)));
+    const GParamSpec *parameter = property("bitrate");
+    return m_traits.takesBitRateWhileRunning
+            || (parameter && (parameter->flags & GST_PARAM_MUTABLE_PLAYING));
+}
+
+void EncoderElement::applyBitRate(int bitRate)
+{
+    QByteArray settings = m_traits.bitRate;
+    settings.replace("%bits", QByteArray::number(bitRate));
+    settings.replace("%kilobits", QByteArray::number(qMax(1, bitRate / 1000)));
+    for (const QByteArray &setting : settings.split(' ')) {
+        GParamSpec *parameter = property(setting.left(setting.indexOf('=')));
+        const bool isInThousands = parameter && isInKilobits(parameter);
+        const QByteArray number
+                = QByteArray::number(isInThousands ? qMax(1, bitRate / 1000) : bitRate);
+        apply(QByteArray(setting).replace("%unit", number));
+    }
 }
 
 void EncoderElement::setOptions(const EncoderConfiguration &configuration)
@@ -109,6 +121,8 @@ void EncoderElement::set(const QByteArray &name, const QByteArray &value)
 void EncoderElement::apply(QByteArray settings)
 {
     settings.replace("%distance", QByteArray::number(m_keyFrameDistance));
+    settings.replace("%seconds", QByteArray::number(secondsBetweenKeyFrames));
+    settings.replace("%quantizer", QByteArray::number(m_finestQuantizer));
     for (const QByteArray &setting : settings.split(' ')) {
         const int separator = setting.indexOf('=');
         if (property(setting.left(separator)))

@@ -28,7 +28,8 @@ private:
     enum Order { NoOrder, KeyFrameOrder, RestartOrder };
 
     GParamSpec *property(const QByteArray &name) const;
-    void setFinestQuantizer(qreal share);
+    bool takesBitRateWhileRunning() const;
+    void applyBitRate(int bitRate);
     void setOptions(const EncoderConfiguration &configuration);
     void set(const QByteArray &name, const QByteArray &value);
     void apply(QByteArray settings);
@@ -39,6 +40,7 @@ private:
     const GstElementPointer m_element;
     const EncoderTraits &m_traits;
     const int m_keyFrameDistance;
+    const int m_finestQuantizer;
     GstPadPointer m_input;
     gulong m_probe = 0;
     std::atomic<Order> m_order = NoOrder;

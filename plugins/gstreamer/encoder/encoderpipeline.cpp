@@ -6,9 +6,19 @@
 
 #include "videoformat.h"
 
+#include <QtCore/qpointer.h>
+
+#include <algorithm>
+#include <chrono>
+
 namespace {
 
 constexpr qint64 millisecondsBetweenKeyFrameRequests = 500;
+
+constexpr std::chrono::milliseconds longestTakeDown(250);
+
+// Encoded frames that may wait while the thread of this object is busy: about a quarter of a second.
+constexpr int largestBacklog = 8;
 
 // Those that were on their way when the request was made come first.
 constexpr int framesUntilRestart = 5;
@@ -95,7 +105,8 @@ GstCapsPointer inputCaps(const EncoderConfiguration &configuration)
     Runs in the thread it lives in, where it also emits its signals; only encode() may be called
     from other threads. Frames are emitted in the order in which they left the encoder.
 */
-EncoderPipeline::EncoderPipeline(QObject *parent) : QObject(parent), m_pipeline(this), m_input(this)
+EncoderPipeline::EncoderPipeline(QObject *parent)
+    : QObject(parent), m_pipeline(this), m_input(&m_tally, this)
 {
     connect(&m_pipeline, &Pipeline::errorReported, this, &EncoderPipeline::errorReported);
     connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &EncoderPipeline::finishDrain);
@@ -121,13 +132,17 @@ bool EncoderPipeline::start(const EncoderConfiguration &configuration)
     return false;
 }
 
-/*! No frame is emitted any more once this has been called, not even one that is already encoded. */
+/*!
+    No frame is emitted any more once this has been called, not even one that is already encoded.
+    Returns at once even in the middle of a picture, for which only the destructor waits.
+*/
 void EncoderPipeline::stop()
 {
     ++m_run;
+    if (const GstElementPointer sink = m_pipeline.element("sink"))
+        gst_element_set_state(sink.get(), GST_STATE_NULL);
     m_input.close();
-    m_pipeline.reset();
-    m_encoder.reset();
+    takeDown();
     clearFrames();
     m_keyFrameWanted = false;
     m_keyFrameRequested = false;
@@ -135,10 +150,13 @@ void EncoderPipeline::stop()
     m_lastKeyFrameRequest.invalidate();
 }
 
-/*! See RawFrameQueue::append(). */
+/*! See RawFrameQueue::append(). False also while too many encoded frames wait to be emitted. */
 bool EncoderPipeline::encode(const QVideoFrame &frame, QString *errorText)
 {
-    return m_input.append(frame, errorText);
+    const bool isAccepted = undelivered() < largestBacklog && m_input.append(frame, errorText);
+    if (!isAccepted)
+        ++m_tally.refused;
+    return isAccepted;
 }
 
 /*! Refuses frames until all that were accepted have been emitted; then drained() is emitted. */
@@ -186,6 +204,19 @@ int EncoderPipeline::pending()
     return m_input.pending();
 }
 
+/*! How many encoded frames wait to be emitted; any thread may ask. */
+int EncoderPipeline::undelivered()
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_frames.size();
+}
+
+/*! What became of all frames so far; any thread may ask. */
+const FrameTally &EncoderPipeline::tally() const
+{
+    return m_tally;
+}
+
 bool EncoderPipeline::build(const EncoderConfiguration &configuration)
 {
     GError *error = nullptr;
@@ -218,6 +249,25 @@ void EncoderPipeline::setUp(const EncoderConfiguration &configuration)
 bool EncoderPipeline::play()
 {
     return m_pipeline.setState(GST_STATE_READY) && m_pipeline.setState(GST_STATE_PLAYING);
+}
+
+// A slow encoder can't be interrupted in the middle of a large picture. What is left of it then goes
+// down in the background; this object stays until that is done, as the callbacks need it.
+void EncoderPipeline::takeDown()
+{
+    if (m_pipeline.isEmpty())
+        return;
+    const auto stop = [](const GstElementPointer &pipeline, std::unique_ptr<EncoderElement>) {
+        gst_element_set_state(pipeline.get(), GST_STATE_NULL);
+    };
+    m_takeDowns.push_back(
+            std::async(std::launch::async, stop, m_pipeline.release(), std::move(m_encoder)));
+    m_takeDowns.back().wait_for(longestTakeDown);
+    const auto isDone = [](const std::future<void> &takeDown) {
+        return takeDown.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    };
+    m_takeDowns.erase(std::remove_if(m_takeDowns.begin(), m_takeDowns.end(), isDone),
+                      m_takeDowns.end());
 }
 
 /*! Runs on the streaming thread. */
@@ -258,6 +308,7 @@ bool EncoderPipeline::takeFrame(QFLEncodedVideoFrame *frame)
 void EncoderPipeline::clearFrames()
 {
     const QMutexLocker locker(&m_mutex);
+    m_tally.dropped += quint64(m_frames.size());
     m_frames.clear();
 }
 
@@ -271,8 +322,10 @@ void EncoderPipeline::deliverFrames()
         m_deliveryPosted = false;
         count = m_frames.size();
     }
+    // A receiver may delete the encoder.
+    const QPointer<EncoderPipeline> self(this);
     QFLEncodedVideoFrame frame;
-    while (count-- > 0 && takeFrame(&frame))
+    while (self && count-- > 0 && takeFrame(&frame))
         deliver(frame);
 }
 
@@ -285,8 +338,12 @@ void EncoderPipeline::deliver(const QFLEncodedVideoFrame &frame)
     } else if (m_keyFrameWanted) {
         handleMissingKeyFrame();
     }
-    if (!m_dropsUntilKeyFrame)
-        Q_EMIT encodedVideoFrame(frame);
+    if (m_dropsUntilKeyFrame) {
+        ++m_tally.dropped;
+        return;
+    }
+    ++m_tally.encoded;
+    Q_EMIT encodedVideoFrame(frame);
 }
 
 void EncoderPipeline::handleMissingKeyFrame()
@@ -312,8 +369,9 @@ void EncoderPipeline::sendKeyFrameRequest()
 void EncoderPipeline::finishDrain()
 {
     const int run = m_run;
+    const QPointer<EncoderPipeline> self(this);
     deliverFrames();
-    if (run != m_run || !m_encoder || !m_pipeline.setState(GST_STATE_READY))
+    if (!self || run != m_run || !m_encoder || !m_pipeline.setState(GST_STATE_READY))
         return;
     m_input.reopen();
     if (m_pipeline.setState(GST_STATE_PLAYING))

@@ -7,6 +7,7 @@
 
 #include "encoderconfiguration.h"
 #include "encoderelement.h"
+#include "frametally.h"
 #include "pipeline.h"
 #include "qflencodedvideoframe.h"
 #include "rawframequeue.h"
@@ -14,6 +15,8 @@
 #include <QtCore/qelapsedtimer.h>
 
 #include <gst/app/gstappsink.h>
+
+#include <future>
 
 class EncoderPipeline : public QObject
 {
@@ -33,6 +36,8 @@ public:
     void requestKeyFrame();
     void setBitRate(int bitRate);
     int pending();
+    int undelivered();
+    const FrameTally &tally() const;
 
 Q_SIGNALS:
     void encodedVideoFrame(const QFLEncodedVideoFrame &frame);
@@ -44,6 +49,7 @@ private:
     bool build(const EncoderConfiguration &configuration);
     void setUp(const EncoderConfiguration &configuration);
     bool play();
+    void takeDown();
 
     static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
     void enqueue(const QFLEncodedVideoFrame &frame);
@@ -57,6 +63,7 @@ private:
     void finishDrain();
 
     Pipeline m_pipeline;
+    FrameTally m_tally;
     RawFrameQueue m_input;
     std::unique_ptr<EncoderElement> m_encoder;
 
@@ -64,6 +71,7 @@ private:
     QVector<QFLEncodedVideoFrame> m_frames;
     bool m_deliveryPosted = false;
 
+    std::vector<std::future<void>> m_takeDowns;
     int m_run = 0;
     QElapsedTimer m_lastKeyFrameRequest;
     bool m_keyFrameWanted = false;

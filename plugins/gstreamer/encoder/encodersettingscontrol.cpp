@@ -35,7 +35,7 @@ QList<qreal> EncoderSettingsControl::supportedFrameRates(const QVideoEncoderSett
 {
     if (continuous)
         *continuous = true;
-    return {1, 60};
+    return {EncoderConfiguration::lowestFrameRate, EncoderConfiguration::highestFrameRate};
 }
 
 QStringList EncoderSettingsControl::supportedVideoCodecs() const

@@ -5,11 +5,16 @@
 #include "rawframequeue.h"
 
 #include "encoderconfiguration.h"
+#include "frametally.h"
 #include "videoframe.h"
+
+#include <algorithm>
+#include <numeric>
 
 namespace {
 
 constexpr qint64 longestGap = 10 * G_USEC_PER_SEC;
+constexpr std::size_t rememberedTimes = 16;
 
 GstAppSrc *appSource(const GstElementPointer &source)
 {
@@ -34,7 +39,10 @@ GstAppSrc *appSource(const GstElementPointer &source)
     Emitted by whatever thread made the number of held frames smaller.
 */
 
-RawFrameQueue::RawFrameQueue(QObject *parent) : QObject(parent) { }
+/*! Counts the frames that it drops or leaves out in \a tally, which must outlive it. */
+RawFrameQueue::RawFrameQueue(FrameTally *tally, QObject *parent) : QObject(parent), m_tally(tally)
+{
+}
 
 RawFrameQueue::~RawFrameQueue()
 {
@@ -58,10 +66,8 @@ void RawFrameQueue::open(GstElementPointer source, const EncoderConfiguration &c
             : 0;
     m_inputInterval = qint64(G_USEC_PER_SEC * 1000 / configuration.frameRate());
     m_isBehind = false;
-    m_encodingTime = 0;
-    m_encodingTimeBefore = 0;
+    m_encodingTimes.clear();
     m_lastPresentationTime = GST_CLOCK_TIME_NONE;
-    m_timestamps.clear();
     m_errorReported = false;
     m_sourceIsHungry = false;
     m_isEncoding = false;
@@ -72,12 +78,13 @@ void RawFrameQueue::open(GstElementPointer source, const EncoderConfiguration &c
 void RawFrameQueue::reopen()
 {
     const QMutexLocker locker(&m_mutex);
+    dropUnanswered();
     m_sourceIsHungry = false;
     m_isEncoding = false;
     m_isFinishing = false;
 }
 
-/*! Ends the run: frames are refused from now on. */
+/*! Ends the run, with the rest of the pipeline stopped: frames are refused from now on. */
 void RawFrameQueue::close()
 {
     // Freed without the lock: the application's buffers may ask for the number of frames.
@@ -85,6 +92,7 @@ void RawFrameQueue::close()
     const QMutexLocker locker(&m_mutex);
     m_source.reset();
     dropped.swap(m_buffers);
+    dropUnanswered();
     m_isEncoding = false;
 }
 
@@ -93,7 +101,7 @@ void RawFrameQueue::close()
     frame doesn't fit; the first frame of a run that doesn't fit also gives an \a errorText.
 
     A frame without a time (-1) gets the time of the monotonic clock. A frame that comes too early
-    for the frame rate is accepted and dropped.
+    for the frame rate is accepted and left out.
 */
 bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
 {
@@ -115,6 +123,7 @@ bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
     const qint64 time = frame.startTime() >= 0 ? frame.startTime() : g_get_monotonic_time();
     if (isTooEarly(time)) {
         // It was held for a moment, after which another one is wanted.
+        ++m_tally->skipped;
         const int now = held();
         locker.unlock();
         Q_EMIT pendingFell(now + 1, now);
@@ -133,6 +142,9 @@ void RawFrameQueue::clear()
     QMutexLocker locker(&m_mutex);
     const int before = held();
     dropped.swap(m_buffers);
+    for (const GstBufferPointer &buffer : dropped)
+        m_timestamps.remove(GST_BUFFER_PTS(buffer.get()));
+    m_tally->dropped += dropped.size();
     reportFall(before, &locker);
 }
 
@@ -163,14 +175,16 @@ int RawFrameQueue::unanswered()
 
 /*!
     The time in microseconds of the raw frame that became the encoded frame at \a runningTime; it
-    and the earlier ones are forgotten.
+    and the earlier ones, which the encoder has dropped, are forgotten.
 */
 quint64 RawFrameQueue::takeTimestamp(GstClockTime runningTime)
 {
     QMutexLocker locker(&m_mutex);
     quint64 timestamp = 0;
-    while (!m_timestamps.isEmpty() && m_timestamps.firstKey() <= runningTime)
+    int taken = 0;
+    for (; !m_timestamps.isEmpty() && m_timestamps.firstKey() <= runningTime; ++taken)
         timestamp = m_timestamps.take(m_timestamps.firstKey());
+    m_tally->dropped += quint64(qMax(0, taken - 1));
     const int before = held();
     finishEncoding();
     reportFall(before, &locker);
@@ -178,11 +192,12 @@ quint64 RawFrameQueue::takeTimestamp(GstClockTime runningTime)
 }
 
 /*! Called by the streaming thread when the source has nothing left to send. */
-void RawFrameQueue::needData(GstAppSrc *, guint, gpointer self)
+void RawFrameQueue::needData(GstAppSrc *source, guint, gpointer self)
 {
     auto *queue = static_cast<RawFrameQueue *>(self);
     QMutexLocker locker(&queue->m_mutex);
-    if (!queue->m_source)
+    // A source of a run that is over may still be on its way down.
+    if (!queue->m_source || appSource(queue->m_source) != source)
         return;
     const int before = queue->held();
     queue->finishEncoding();
@@ -204,26 +219,41 @@ void RawFrameQueue::reportFall(int before, QMutexLocker *locker)
         Q_EMIT pendingFell(before, now);
 }
 
-// Once an encoder has proved too slow, a frame is accepted only if its turn comes before the next
-// frame does: an earlier one would be older by then, and not one more be encoded.
+// Once the encoder has fallen behind, a frame is accepted only if its turn comes before the next
+// frame does: an earlier one would be older by then, and not one more be encoded. With an encoder
+// that is too slow for the frame rate there is no time to make up for a wrong guess, so the present
+// frame is expected to take as long as the longest of late.
 bool RawFrameQueue::hasRoom()
 {
     if (held() >= capacity) {
         m_isBehind = true;
         return false;
     }
-    if (!m_isBehind || !m_isEncoding)
+    if (!m_isBehind || !m_isEncoding || m_encodingTimes.size() < 2)
         return true;
-    const qint64 usualTime = (m_encodingTime + m_encodingTimeBefore) / 2;
-    return held() * usualTime - m_encodingSince.nsecsElapsed() <= m_inputInterval;
+    const qint64 elapsed = m_encodingSince.nsecsElapsed();
+    const auto end = m_encodingTimes.end();
+    const qint64 sum = std::accumulate(m_encodingTimes.begin(), end, qint64(0));
+    if (sum <= m_inputInterval * qint64(m_encodingTimes.size())) {
+        const qint64 expected = (end[-1] + end[-2]) / 2;
+        return held() * expected - elapsed <= m_inputInterval;
+    }
+    const qint64 longest = *std::max_element(m_encodingTimes.begin(), end);
+    return held() == 1 && elapsed <= longest && longest - elapsed <= m_inputInterval;
+}
+
+void RawFrameQueue::dropUnanswered()
+{
+    m_tally->dropped += quint64(m_timestamps.size());
+    m_timestamps.clear();
 }
 
 void RawFrameQueue::finishEncoding()
 {
-    if (m_isEncoding) {
-        m_encodingTimeBefore = m_encodingTime;
-        m_encodingTime = m_encodingSince.nsecsElapsed();
-    }
+    if (m_isEncoding)
+        m_encodingTimes.push_back(m_encodingSince.nsecsElapsed());
+    if (m_encodingTimes.size() > rememberedTimes)
+        m_encodingTimes.pop_front();
     m_isEncoding = false;
 }
 

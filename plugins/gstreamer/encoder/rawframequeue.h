@@ -19,6 +19,7 @@
 #include <deque>
 
 class EncoderConfiguration;
+struct FrameTally;
 
 class RawFrameQueue : public QObject
 {
@@ -27,7 +28,7 @@ class RawFrameQueue : public QObject
 public:
     static constexpr int capacity = 3;
 
-    explicit RawFrameQueue(QObject *parent = nullptr);
+    explicit RawFrameQueue(FrameTally *tally, QObject *parent = nullptr);
     ~RawFrameQueue() override;
 
     void open(GstElementPointer source, const EncoderConfiguration &configuration);
@@ -52,10 +53,12 @@ private:
     int held() const;
     bool hasRoom();
     void finishEncoding();
+    void dropUnanswered();
     void pushNext();
     bool isTooEarly(qint64 time);
     GstClockTime nextPresentationTime(qint64 time);
 
+    FrameTally *const m_tally;
     QMutex m_mutex;
     GstElementPointer m_source;
     GstVideoInfo m_info;
@@ -69,8 +72,7 @@ private:
     bool m_isEncoding = false;
     bool m_isBehind = false;
     qint64 m_inputInterval = 0;
-    qint64 m_encodingTime = 0;
-    qint64 m_encodingTimeBefore = 0;
+    std::deque<qint64> m_encodingTimes;
     QElapsedTimer m_encodingSince;
     bool m_isFinishing = false;
     bool m_errorReported = false;
