@@ -36,6 +36,9 @@ BitstreamGate::Verdict BitstreamGate::examine(QByteArray *data)
         return Malformed;
     if (kind == FrameInspector::ParametersOnly)
         return Kept;
-    m_isOpen = m_isOpen || kind == FrameInspector::KeyFrame;
+    if (kind == FrameInspector::KeyFrame) {
+        m_isOpen = true;
+        return AdmittedKeyFrame;
+    }
     return m_isOpen ? Admitted : AwaitingKeyFrame;
 }

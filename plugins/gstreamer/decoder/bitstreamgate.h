@@ -10,7 +10,7 @@
 class BitstreamGate
 {
 public:
-    enum Verdict { Admitted, Kept, AwaitingKeyFrame, Malformed };
+    enum Verdict { Admitted, AdmittedKeyFrame, Kept, AwaitingKeyFrame, Malformed };
 
     void reset(const QString &codec);
     void close();

@@ -44,9 +44,9 @@ QFLDecoder::Error errorCode(Pipeline::ErrorKind kind)
 
     No frame is lost in silence. One that cannot be decoded, because a key frame has to come first
     or because the queue is full, is refused. When a frame that was taken turns out to be damaged,
-    decoding begins anew at the next key frame, and the frames before that one are refused. So
-    whoever delivers the frames notices and asks for a key frame. A frame that never arrived is
-    known to those who deliver only: they ask for a key frame themselves.
+    decoding begins anew at the next key frame, which may be queued already, and the frames before
+    that one are refused. So whoever delivers the frames notices and asks for a key frame. A frame
+    that never arrived is known to those who deliver only: they ask for a key frame themselves.
 */
 
 DecodeControl::DecodeControl(VideoRendererControl *renderer, QObject *parent)
@@ -56,6 +56,8 @@ DecodeControl::DecodeControl(VideoRendererControl *renderer, QObject *parent)
             &DecodeControl::updatePixelFormats);
     connect(m_renderer, &VideoRendererControl::formatRefused, this,
             &DecodeControl::reportRefusedFormat);
+    connect(m_renderer, &VideoRendererControl::surfaceFailed, this,
+            &DecodeControl::reportFailedSurface);
     connect(&m_pipeline, &DecoderPipeline::pictureDecoded, this, &DecodeControl::present);
     connect(&m_pipeline, &DecoderPipeline::errorReported, this, &DecodeControl::handleError);
     connect(&m_pipeline, &DecoderPipeline::endOfStreamReached, this,
@@ -115,23 +117,41 @@ QVideoSurfaceFormat DecodeControl::outputFormat() const
 */
 bool DecodeControl::decode(const QFLEncodedVideoFrame &frame)
 {
-    QByteArray data = frame.data();
-    if (m_status != QFLDecoder::StartedStatus || m_isDraining || !frame.isValid() || data.isEmpty())
+    if (m_status != QFLDecoder::StartedStatus || m_isDraining)
         return false;
     if (m_pipeline.isSilent()
         && !overcome(QFLDecoder::ResourceError,
                      tr("%1: no pictures come from the decoder")
                              .arg(QString::fromUtf8(m_decoder.factoryName))))
         return false;
-    const BitstreamGate::Verdict verdict = m_gate.examine(&data);
-    if (verdict == BitstreamGate::Malformed)
-        reportMalformedFrame();
-    if (verdict != BitstreamGate::Admitted)
-        return verdict == BitstreamGate::Kept;
-    const bool isTaken = makeRoom() && m_pipeline.push(data, frame.meta().timestamp);
+    const bool isTaken = examine(frame);
     if (!isTaken)
         m_gate.close();
     return isTaken;
+}
+
+/*! Queues the frame if it can be decoded, and returns false if it can't. */
+bool DecodeControl::examine(const QFLEncodedVideoFrame &frame)
+{
+    QByteArray data = frame.data();
+    if (!frame.isValid() || data.isEmpty())
+        return false;
+    const BitstreamGate::Verdict verdict = m_gate.examine(&data);
+    switch (verdict) {
+    case BitstreamGate::Malformed:
+        reportMalformedFrame();
+        return false;
+    case BitstreamGate::AwaitingKeyFrame:
+        return false;
+    case BitstreamGate::Kept:
+        return true;
+    case BitstreamGate::Admitted:
+    case BitstreamGate::AdmittedKeyFrame:
+        break;
+    }
+    return makeRoom()
+            && m_pipeline.push({data, frame.meta().timestamp},
+                               verdict == BitstreamGate::AdmittedKeyFrame);
 }
 
 /*!
@@ -259,7 +279,7 @@ void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
 {
     if (m_pipeline.isUnused()) {
         abandon(errorCode(kind), text);
-    } else if (m_isDraining) {
+    } else if (m_isDraining && m_pipeline.unansweredGroup().isEmpty()) {
         // No key frame will come to begin again at, so this is as far as the stream gets.
         Q_EMIT error(errorCode(kind), text);
         finishDraining();
@@ -270,15 +290,30 @@ void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
 }
 
 /*!
-    Begins anew after a failure, which damaged data explains. False when there were too many of
-    them: the run has then ended with the error given.
+    Begins anew after a failure, which damaged data explains, with a key frame that is queued
+    already or with the next one. False when there were too many failures: the run has then ended
+    with the error given.
 */
 bool DecodeControl::overcome(QFLDecoder::Error code, const QString &text)
 {
+    const QVector<DecoderPipeline::Frame> group = m_pipeline.unansweredGroup();
+    if (!group.isEmpty())
+        return resume(group);
     if (++m_failureCount < (m_hasDecoded ? maximumFailures : maximumFailuresAtFirst))
         return restart();
     abandon(code, text);
     return false;
+}
+
+/*! Decodes frames again that were queued behind a damaged one. The first is a key frame. */
+bool DecodeControl::resume(const QVector<DecoderPipeline::Frame> &group)
+{
+    bool isTaken = rebuild();
+    for (const DecoderPipeline::Frame &frame : group)
+        isTaken = isTaken && m_pipeline.push(frame, false);
+    if (isTaken && m_isDraining)
+        m_pipeline.endStream();
+    return isTaken;
 }
 
 void DecodeControl::finishDraining()
@@ -303,7 +338,6 @@ void DecodeControl::reportUnknownCodec(const QString &codec)
 /*! Once in a run: where one frame is no frame, the others mostly aren't either. */
 void DecodeControl::reportMalformedFrame()
 {
-    m_gate.close();
     if (m_malformedFrameReported)
         return;
     m_malformedFrameReported = true;
@@ -318,10 +352,15 @@ void DecodeControl::reportRefusedFormat(const QVideoSurfaceFormat &format)
                          .arg(format.frameHeight()));
 }
 
+void DecodeControl::reportFailedSurface()
+{
+    Q_EMIT error(QFLDecoder::ResourceError, tr("The video surface has stopped showing pictures"));
+}
+
 void DecodeControl::updatePixelFormats()
 {
     const bool isUsable = m_pipeline.setPixelFormats(m_renderer->pixelFormats());
-    if (!isUsable && m_status == QFLDecoder::StartedStatus)
+    if (!isUsable && m_renderer->surface() && m_status == QFLDecoder::StartedStatus)
         Q_EMIT error(QFLDecoder::FormatError,
                      tr("The video surface takes none of the available pixel formats"));
 }

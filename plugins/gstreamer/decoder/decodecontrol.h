@@ -36,6 +36,7 @@ public:
 private:
     bool setStatus(QFLDecoder::Status status);
 
+    bool examine(const QFLEncodedVideoFrame &frame);
     bool load(const QVideoEncoderSettings &settings);
     bool build();
     bool rebuild();
@@ -44,11 +45,13 @@ private:
     void abandon(QFLDecoder::Error code, const QString &text);
     void handleError(Pipeline::ErrorKind kind, const QString &text);
     bool overcome(QFLDecoder::Error code, const QString &text);
+    bool resume(const QVector<DecoderPipeline::Frame> &group);
     void finishDraining();
 
     void reportUnknownCodec(const QString &codec);
     void reportMalformedFrame();
     void reportRefusedFormat(const QVideoSurfaceFormat &format);
+    void reportFailedSurface();
     void updatePixelFormats();
     void present(const QVideoFrame &picture, const QVideoSurfaceFormat &format);
 

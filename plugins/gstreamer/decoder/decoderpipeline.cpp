@@ -4,14 +4,13 @@
 
 #include "decoderpipeline.h"
 
+#include "streamformat.h"
 #include "videoformat.h"
 #include "videoframe.h"
 
 #include <QtCore/qendian.h>
 
 #include <gst/app/gstappsrc.h>
-
-#include <algorithm>
 
 namespace {
 
@@ -21,6 +20,10 @@ const std::chrono::milliseconds maximumDelay(100);
 // How many frames a decoder may take without a word beyond those that it holds back for the order
 // of the pictures: some frames have no picture, and some decoders are a little behind.
 const int maximumSilence = 4;
+
+// Hardware works on in the background, so that it may have taken many frames before the first of
+// their pictures is there.
+const std::chrono::milliseconds hardwarePatience(500);
 
 // Decoders expect rising times and the application's may be anything, so frames are numbered and
 // the buffers get times that no decoder finds unusual.
@@ -37,33 +40,6 @@ quint64 sequenceOf(GstBuffer *buffer)
 {
     const auto *meta = gst_buffer_get_reference_timestamp_meta(buffer, sequenceReference());
     return meta ? meta->timestamp : GST_BUFFER_PTS(buffer) / frameInterval;
-}
-
-struct StreamFormat
-{
-    const char *codec;
-    const char *caps;
-    const char *parser;
-    int maximumReordering;
-};
-
-const StreamFormat streamFormats[] = {
-        {"H264", "video/x-h264, stream-format=(string)byte-stream, alignment=(string)au",
-         "h264parse", 16},
-        {"H265", "video/x-h265, stream-format=(string)byte-stream, alignment=(string)au",
-         "h265parse", 16},
-        {"VP8", "video/x-vp8", nullptr, 0},
-        {"VP9", "video/x-vp9, alignment=(string)super-frame", "vp9parse", 0},
-        {"AV1", "video/x-av1, stream-format=(string)obu-stream, alignment=(string)tu", "av1parse",
-         0},
-};
-
-const StreamFormat *streamFormatOf(const QString &codec)
-{
-    const auto found = std::find_if(
-            std::begin(streamFormats), std::end(streamFormats),
-            [&codec](const StreamFormat &format) { return codec == QLatin1String(format.codec); });
-    return found == std::end(streamFormats) ? nullptr : found;
 }
 
 struct ElementRole
@@ -106,16 +82,6 @@ void setIfKnown(GstElement *element, const char *property, int value)
         g_object_set(element, property, value, nullptr);
 }
 
-// Runs on the streaming thread. A decoder that asks the sender for a key frame has lost a frame.
-GstPadProbeReturn handleDecoderEvent(GstPad *pad, GstPadProbeInfo *info, gpointer)
-{
-    if (gst_video_event_is_force_key_unit(GST_PAD_PROBE_INFO_EVENT(info))) {
-        const GstElementPointer decoder(gst_pad_get_parent_element(pad));
-        GST_ELEMENT_ERROR(decoder.get(), STREAM, DECODE, ("A frame is lost"), (nullptr));
-    }
-    return GST_PAD_PROBE_OK;
-}
-
 void configureDecoder(GstElement *decoder)
 {
     const int sliceThreading = 2;
@@ -125,9 +91,6 @@ void configureDecoder(GstElement *decoder)
     // A broken frame is reported at once, so that decoding can begin again at a key frame.
     setIfKnown(decoder, "max-errors", 0);
     setIfKnown(decoder, "automatic-request-sync-points", TRUE);
-    const GstPadPointer pad(gst_element_get_static_pad(decoder, "sink"));
-    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_EVENT_UPSTREAM, handleDecoderEvent, nullptr,
-                      nullptr);
 }
 
 // Only formats that GStreamer's counterpart leads back to: a picture is labelled by that.
@@ -197,6 +160,9 @@ GstBuffer *wrap(const QByteArray &data)
     of this object, in order. Every picture has the timestamp that its frame came with. When that
     thread is busy for too long, the pictures are skipped for which it is too late, but never the
     newest one, and none once the stream ends.
+
+    Elements of any kind of working fit in: those that decode a frame while it is handed to them,
+    and those that take frames ahead and give the pictures from a thread of their own.
 */
 
 DecoderPipeline::DecoderPipeline(QObject *parent) : QObject(parent), m_pixelFormats(allFormats())
@@ -212,7 +178,7 @@ DecoderPipeline::~DecoderPipeline()
 
 bool DecoderPipeline::isKnownCodec(const QString &codec)
 {
-    return streamFormatOf(codec);
+    return StreamFormat::of(codec);
 }
 
 /*! Has the pipelines to be built decode a new stream with \a decoder. */
@@ -220,6 +186,7 @@ void DecoderPipeline::setDecoder(const CodecElement &decoder)
 {
     reset();
     m_decoder = decoder;
+    m_format = StreamFormat::of(decoder.codec);
     m_heldBack.reset();
 }
 
@@ -227,19 +194,22 @@ void DecoderPipeline::setDecoder(const CodecElement &decoder)
 QString DecoderPipeline::build()
 {
     reset();
-    const StreamFormat *format = streamFormatOf(m_decoder.codec);
-    if (!format)
+    if (!m_format)
         return tr("The codec %1 is not supported").arg(m_decoder.codec);
     GstElementPointer pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
     const QString errorText
-            = addElements(GST_BIN(pipeline.get()), elementRoles(*format, m_decoder.factoryName));
+            = addElements(GST_BIN(pipeline.get()), elementRoles(*m_format, m_decoder.factoryName));
     if (!errorText.isEmpty())
         return errorText;
     m_pipeline.adopt(std::move(pipeline));
     m_source = m_pipeline.element("source");
     m_sink = m_pipeline.element("sink");
-    configureDecoder(m_pipeline.element("decoder").get());
-    configureSource(format->caps);
+    const GstElementPointer decoder = m_pipeline.element("decoder");
+    configureDecoder(decoder.get());
+    const GstPadPointer pad(gst_element_get_static_pad(decoder.get(), "sink"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_EVENT_UPSTREAM, handleDecoderEvent, this,
+                      nullptr);
+    configureSource(m_format->caps);
     configureSink();
     return QString();
 }
@@ -257,15 +227,17 @@ void DecoderPipeline::reset()
     m_source.reset();
     m_sink.reset();
     m_pictures.clear();
+    m_lastGroup.clear();
+    m_groupSequence = 0;
     m_isEnding = false;
+    m_hasLostFrame = false;
     m_nextSequence = 0;
     m_answeredSequence = 0;
 }
 
 /*!
-    Has pictures converted to one of \a formats unless the decoder's own is among them; an empty
-    list stands for any format. False when there is no way to make any of them; the pictures
-    then come in whatever format they have.
+    Has pictures converted to one of \a formats unless the decoder's own is among them. False when
+    there is no way to make any of them; the pictures then come in whatever format they have.
 */
 bool DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats)
 {
@@ -276,7 +248,7 @@ bool DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &for
         const GstPadPointer pad(gst_element_get_static_pad(m_sink.get(), "sink"));
         gst_pad_push_event(pad.get(), gst_event_new_reconfigure());
     }
-    return formats.isEmpty() || !usable.isEmpty();
+    return !usable.isEmpty();
 }
 
 /*! Whether no frame has come since the pipeline was built. */
@@ -285,23 +257,34 @@ bool DecoderPipeline::isUnused() const
     return m_nextSequence == 0;
 }
 
-/*! Queues a frame; its \a timestamp is in microseconds. */
-bool DecoderPipeline::push(const QByteArray &data, quint64 timestamp)
+/*!
+    Queues a frame. \a isKey tells that decoding could begin again here if what came before turned
+    out to be damaged.
+*/
+bool DecoderPipeline::push(const Frame &frame, bool isKey)
 {
     // Hardware decoders aren't content with a stream of unknown size.
-    const bool isSized = streamFormatOf(m_decoder.codec)->parser;
-    if (const GstCapsPointer caps = isSized ? nullptr : sizedCaps(data))
+    if (const GstCapsPointer caps = m_format->parser ? nullptr : sizedCaps(frame.data))
         gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
-    GstBuffer *buffer = wrap(data);
+    GstBuffer *buffer = wrap(frame.data);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
+        keep(frame, isKey);
         GST_BUFFER_PTS(buffer) = m_nextSequence * frameInterval;
         gst_buffer_add_reference_timestamp_meta(buffer, sequenceReference(), m_nextSequence,
                                                 GST_CLOCK_TIME_NONE);
-        m_timestamps[m_nextSequence % m_timestamps.size()] = timestamp;
+        m_arrivals[m_nextSequence % m_arrivals.size()]
+                = {frame.timestamp, std::chrono::steady_clock::now()};
         ++m_nextSequence;
     }
     return gst_app_src_push_buffer(GST_APP_SRC(m_source.get()), buffer) == GST_FLOW_OK;
+}
+
+/*! The frames from the last key frame on if there is no picture of any of them; none otherwise. */
+QVector<DecoderPipeline::Frame> DecoderPipeline::unansweredGroup() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_answeredSequence <= m_groupSequence ? m_lastGroup : QVector<Frame>();
 }
 
 /*! Has everything decoded that is queued; endOfStreamReached() comes after the last picture. */
@@ -311,11 +294,11 @@ void DecoderPipeline::endStream()
     gst_app_src_end_of_stream(GST_APP_SRC(m_source.get()));
 }
 
-/*! The number of frames that wait to be decoded and of pictures that wait to be announced. */
+/*! The number of frames without a picture, and of pictures that wait to be announced. */
 int DecoderPipeline::backlog() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return queuedFrameCount() + int(m_pictures.size());
+    return int(m_nextSequence - m_answeredSequence) + int(m_pictures.size());
 }
 
 /*!
@@ -325,9 +308,13 @@ int DecoderPipeline::backlog() const
 bool DecoderPipeline::isSilent() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    const StreamFormat *format = streamFormatOf(m_decoder.codec);
-    const int heldBack = m_heldBack.value_or(format->maximumReordering);
-    return takenCount() - int(m_answeredSequence) > heldBack + maximumSilence;
+    const int tolerance = m_heldBack.value_or(m_format->maximumReordering) + maximumSilence;
+    if (takenCount() - int(m_answeredSequence) <= tolerance)
+        return false;
+    const Arrival &oneTooMany
+            = m_arrivals[(m_answeredSequence + quint64(tolerance)) % m_arrivals.size()];
+    return !m_decoder.isHardwareAccelerated
+            || oneTooMany.time < std::chrono::steady_clock::now() - hardwarePatience;
 }
 
 void DecoderPipeline::configureSource(const char *streamCaps)
@@ -360,6 +347,38 @@ int DecoderPipeline::takenCount() const
     return int(m_nextSequence) - queuedFrameCount();
 }
 
+/*! Remembers what decoding would have to begin again with. */
+void DecoderPipeline::keep(const Frame &frame, bool isKey)
+{
+    if (isKey || m_answeredSequence > m_groupSequence)
+        m_lastGroup.clear();
+    // When the very first frame fails, the fault is its own.
+    const bool isBeginning = isKey && m_nextSequence > 0;
+    if (isBeginning)
+        m_groupSequence = m_nextSequence;
+    if (isBeginning || !m_lastGroup.isEmpty())
+        m_lastGroup.append(frame);
+}
+
+/*!
+    Runs on the streaming thread. A decoder that asks the sender for a key frame has lost a frame,
+    and what it makes of the others isn't fit to be seen.
+*/
+GstPadProbeReturn DecoderPipeline::handleDecoderEvent(GstPad *pad, GstPadProbeInfo *info,
+                                                      gpointer self)
+{
+    if (!gst_video_event_is_force_key_unit(GST_PAD_PROBE_INFO_EVENT(info)))
+        return GST_PAD_PROBE_OK;
+    auto *pipeline = static_cast<DecoderPipeline *>(self);
+    {
+        const std::lock_guard<std::mutex> lock(pipeline->m_mutex);
+        pipeline->m_hasLostFrame = true;
+    }
+    const GstElementPointer decoder(gst_pad_get_parent_element(pad));
+    GST_ELEMENT_ERROR(decoder.get(), STREAM, DECODE, ("A frame is lost"), (nullptr));
+    return GST_PAD_PROBE_OK;
+}
+
 /*! Runs on the streaming thread. */
 GstFlowReturn DecoderPipeline::handleSample(GstAppSink *sink, gpointer self)
 {
@@ -386,8 +405,10 @@ void DecoderPipeline::enqueue(GstSample *sample)
     if (!buffer || !gst_video_info_from_caps(&info, gst_sample_get_caps(sample)))
         return;
     const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_hasLostFrame)
+        return;
     const quint64 sequence = sequenceOf(buffer);
-    const quint64 timestamp = m_timestamps[sequence % m_timestamps.size()];
+    const quint64 timestamp = m_arrivals[sequence % m_arrivals.size()].timestamp;
     // Most streams aren't reordered as much as they might be.
     const int heldBack = takenCount() - int(sequence) - 1;
     m_heldBack = qMax(m_heldBack.value_or(0), heldBack);

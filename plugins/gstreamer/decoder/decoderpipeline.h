@@ -19,11 +19,19 @@
 #include <mutex>
 #include <optional>
 
+struct StreamFormat;
+
 class DecoderPipeline : public QObject
 {
     Q_OBJECT
 
 public:
+    struct Frame
+    {
+        QByteArray data;
+        quint64 timestamp = 0;
+    };
+
     explicit DecoderPipeline(QObject *parent = nullptr);
     ~DecoderPipeline() override;
 
@@ -37,7 +45,8 @@ public:
     bool setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats);
 
     bool isUnused() const;
-    bool push(const QByteArray &data, quint64 timestamp);
+    bool push(const Frame &frame, bool isKey);
+    QVector<Frame> unansweredGroup() const;
     void endStream();
 
     int backlog() const;
@@ -49,6 +58,12 @@ Q_SIGNALS:
     void endOfStreamReached();
 
 private:
+    struct Arrival
+    {
+        quint64 timestamp = 0;
+        std::chrono::steady_clock::time_point time;
+    };
+
     struct Picture
     {
         QVideoFrame frame;
@@ -60,7 +75,9 @@ private:
     void configureSink();
     int queuedFrameCount() const;
     int takenCount() const;
+    void keep(const Frame &frame, bool isKey);
 
+    static GstPadProbeReturn handleDecoderEvent(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
     static GstPadProbeReturn handleQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     void enqueue(GstSample *sample);
@@ -70,15 +87,19 @@ private:
 
     Pipeline m_pipeline;
     CodecElement m_decoder;
+    const StreamFormat *m_format = nullptr;
     GstElementPointer m_source;
     GstElementPointer m_sink;
     QList<QVideoFrame::PixelFormat> m_pixelFormats;
     bool m_isEnding = false;
     quint64 m_nextSequence = 0;
+    QVector<Frame> m_lastGroup;
+    quint64 m_groupSequence = 0;
 
     mutable std::mutex m_mutex;
     std::deque<Picture> m_pictures;
-    std::array<quint64, 256> m_timestamps = {};
+    std::array<Arrival, 256> m_arrivals = {};
+    bool m_hasLostFrame = false;
     quint64 m_answeredSequence = 0;
     std::optional<int> m_heldBack;
 };

@@ -4,6 +4,8 @@
 
 #include "videorenderercontrol.h"
 
+#include <utility>
+
 /*!
     \class VideoRendererControl
 
@@ -36,6 +38,7 @@ void VideoRendererControl::setSurface(QAbstractVideoSurface *surface)
     if (m_surface)
         m_surface->disconnect(this);
     m_surface = surface;
+    m_hasFailed = false;
     m_refusedFormat = QVideoSurfaceFormat();
     if (surface)
         connect(surface, &QAbstractVideoSurface::supportedFormatsChanged, this,
@@ -54,6 +57,7 @@ QList<QVideoFrame::PixelFormat> VideoRendererControl::pixelFormats() const
 /*!
     Shows \a picture, which has \a format, restarting the surface when the format is another than
     before. Without a surface, or with one that doesn't take the format, the picture is dropped.
+    When the surface fails, surfaceFailed() says so once until it shows a picture again.
 */
 void VideoRendererControl::present(const QVideoFrame &picture, const QVideoSurfaceFormat &format)
 {
@@ -61,10 +65,15 @@ void VideoRendererControl::present(const QVideoFrame &picture, const QVideoSurfa
     if (!startSurface())
         return;
     const QPointer<QAbstractVideoSurface> surface = m_surface;
-    if (surface->present(picture) || surface != m_surface)
+    const bool isShown = surface->present(picture);
+    // A surface may skip a picture. One that fails stops, and the next picture starts it again.
+    if (isShown || !surface || surface != m_surface || surface->isActive()) {
+        m_hasFailed = m_hasFailed && !isShown;
         return;
-    // A surface that fails has stopped itself; the next picture starts it again.
+    }
     m_surfaceFormat = QVideoSurfaceFormat();
+    if (!std::exchange(m_hasFailed, true))
+        Q_EMIT surfaceFailed();
 }
 
 /*! Ends the run: stops the surface, which stays set. */
@@ -72,6 +81,7 @@ void VideoRendererControl::stop()
 {
     m_streamFormat = QVideoSurfaceFormat();
     m_refusedFormat = QVideoSurfaceFormat();
+    m_hasFailed = false;
     stopSurface();
 }
 

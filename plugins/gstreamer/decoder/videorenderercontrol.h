@@ -29,6 +29,7 @@ public:
 Q_SIGNALS:
     void pixelFormatsChanged();
     void formatRefused(const QVideoSurfaceFormat &format);
+    void surfaceFailed();
 
 private:
     bool startSurface();
@@ -38,6 +39,7 @@ private:
     QVideoSurfaceFormat m_streamFormat;
     QVideoSurfaceFormat m_surfaceFormat;
     QVideoSurfaceFormat m_refusedFormat;
+    bool m_hasFailed = false;
 };
 
 #endif
