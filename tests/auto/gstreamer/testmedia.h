@@ -30,7 +30,7 @@ inline bool playToEnd(GstElement *pipeline)
 }
 
 /*! What comes out of \a elements; \a input goes into the one that is named "source". */
-inline Stream collect(const QByteArray &elements, const QByteArray &input = QByteArray())
+inline Stream collect(const QByteArray &elements, const Stream &input = Stream())
 {
     const QByteArray text = elements + " ! appsink name=sink sync=false wait-on-eos=false";
     const GstElementPointer pipeline(gst_parse_launch(text.constData(), nullptr));
@@ -38,8 +38,9 @@ inline Stream collect(const QByteArray &elements, const QByteArray &input = QByt
     const GstElementPointer sink(gst_bin_get_by_name(GST_BIN(pipeline.get()), "sink"));
     gst_element_set_state(pipeline.get(), GST_STATE_PLAYING);
     if (source) {
-        gst_app_src_push_buffer(GST_APP_SRC(source.get()),
-                                gst_buffer_new_memdup(input.constData(), gsize(input.size())));
+        for (const QByteArray &bytes : input)
+            gst_app_src_push_buffer(GST_APP_SRC(source.get()),
+                                    gst_buffer_new_memdup(bytes.constData(), gsize(bytes.size())));
         gst_app_src_end_of_stream(GST_APP_SRC(source.get()));
     }
     Stream stream;
@@ -53,7 +54,45 @@ inline Stream collect(const QByteArray &elements, const QByteArray &input = QByt
     return stream;
 }
 
-/*! Calls  function while no  element is installed, and returns what that returns. */
+/*! The elements that make a stream of a codec, with a key frame every ten frames. */
+inline const QMap<QString, QByteArray> streamEncoders = {
+        {QStringLiteral("H264"),
+         "x264enc tune=zerolatency speed-preset=superfast key-int-max=10 bitrate=3000"
+         " ! video/x-h264, profile=constrained-baseline ! h264parse config-interval=-1"
+         " ! video/x-h264, stream-format=byte-stream, alignment=au"},
+        {QStringLiteral("H265"),
+         "x265enc tune=zerolatency speed-preset=ultrafast key-int-max=10 bitrate=3000"
+         " ! h265parse config-interval=-1 ! video/x-h265, stream-format=byte-stream, alignment=au"},
+        {QStringLiteral("VP8"),
+         "vp8enc deadline=1 cpu-used=8 keyframe-max-dist=10 target-bitrate=3000000 threads=1"},
+        {QStringLiteral("VP9"),
+         "vp9enc deadline=1 cpu-used=8 keyframe-max-dist=10 target-bitrate=3000000 threads=1"
+         " lag-in-frames=0"},
+        {QStringLiteral("AV1"),
+         "av1enc usage-profile=realtime cpu-used=10 keyframe-max-dist=10 target-bitrate=3000"
+         " lag-in-frames=0 max-quantizer=56 ! av1parse"
+         " ! video/x-av1, stream-format=obu-stream, alignment=tu"}};
+
+/*! What twenty moving pictures of \a width and \a height become when they pass \a elements. */
+inline Stream produce(const QByteArray &elements, int width = 320, int height = 240)
+{
+    return collect("videotestsrc num-buffers=20 pattern=zone-plate kx2=8 ky2=8 kt=4"
+                   " ! video/x-raw, format=I420, framerate=30/1, width="
+                   + QByteArray::number(width) + ", height=" + QByteArray::number(height) + " ! "
+                   + elements);
+}
+
+inline double averageDifference(const QByteArray &a, const QByteArray &b)
+{
+    if (a.size() != b.size() || a.isEmpty())
+        return qInf();
+    qint64 sum = 0;
+    for (int i = 0; i < a.size(); ++i)
+        sum += qAbs(int(uchar(a.at(i))) - int(uchar(b.at(i))));
+    return double(sum) / a.size();
+}
+
+/*! Calls \a function while no \a element is installed, and returns what that returns. */
 inline bool callWithout(const char *element, const std::function<bool()> &function)
 {
     GstRegistry *const registry = gst_registry_get();
@@ -82,6 +121,17 @@ inline QByteArray pixels(QVideoFrame frame)
     return bytes;
 }
 
+/*! Works off events until \a condition is true; false if it isn't after some milliseconds. */
+inline bool waitFor(const std::function<bool()> &condition, int milliseconds = 20000)
+{
+    QDeadlineTimer deadline(milliseconds);
+    QTimer wakeUp;
+    wakeUp.start(qMin(milliseconds, 100));
+    while (!condition() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return condition();
+}
+
 class RecordingSurface : public QAbstractVideoSurface
 {
 public:
@@ -97,7 +147,7 @@ public:
     bool start(const QVideoSurfaceFormat &format) override
     {
         ++starts;
-        return QAbstractVideoSurface::start(format);
+        return answer != "start" && QAbstractVideoSurface::start(format);
     }
     void stop() override
     {
@@ -110,7 +160,12 @@ public:
         frames.append(frame);
         if (onPresent)
             onPresent();
-        return isExpected;
+        const QDeadlineTimer end(answer == "slow" ? 50 : 0);
+        while (!end.hasExpired())
+            continue;
+        if (answer == "stop")
+            stop();
+        return isExpected && (answer.isEmpty() || answer == "slow");
     }
 
     QPoint startsAndStops() const { return QPoint(starts, stops); }
@@ -126,6 +181,7 @@ public:
     int stops = 0;
     QList<QVideoFrame> frames;
     std::function<void()> onPresent;
+    QByteArray answer;
 
 private:
     const Formats m_formats;

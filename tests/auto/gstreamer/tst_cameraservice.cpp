@@ -20,7 +20,11 @@
 
 #include <linux/v4l2-controls.h>
 
+#include <atomic>
+
 namespace {
+
+using State = QCamera::State;
 
 // A camera service with its controls, as a media object would hold them.
 struct Camera
@@ -74,6 +78,86 @@ bool showsBars(const QVideoFrame &frame)
     return luma(frame, isTurned ? 60 : 8, 8) > 150 && luma(frame, end.x(), end.y()) < 60;
 }
 
+GstDeviceProvider *fakeProvider = nullptr;
+
+// The first source to make a frame hangs from then on.
+struct Hang
+{
+    std::atomic<GstElement *> source = nullptr;
+    QSemaphore hasBegun;
+    QSemaphore end;
+};
+
+std::atomic<Hang *> hang = nullptr;
+std::atomic<bool> isTaken = false;
+
+GstPadProbeReturn handleFakeFrame(GstPad *pad, GstPadProbeInfo *, gpointer)
+{
+    if (isTaken) {
+        GST_ELEMENT_ERROR(GST_PAD_PARENT(pad), RESOURCE, BUSY, (nullptr),
+                          ("\n%s", g_strerror(EBUSY)));
+    }
+    Hang *const present = hang;
+    GstElement *none = nullptr;
+    if (present && present->source.compare_exchange_strong(none, GST_PAD_PARENT(pad))) {
+        gst_object_ref(present->source);
+        present->hasBegun.release();
+        present->end.acquire();
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+GstElement *createFakeSource(GstDevice *, const gchar *)
+{
+    GstElement *source = gst_element_factory_make("videotestsrc", nullptr);
+    g_object_set(source, "is-live", true, nullptr);
+    const GstPadPointer pad(gst_element_get_static_pad(source, "src"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, handleFakeFrame, nullptr, nullptr);
+    return source;
+}
+
+// From now on the cameras of Video4Linux are those that are plugged in here.
+void replaceVideo4Linux()
+{
+    const auto setUp = [](gpointer type, gpointer) {
+        auto *provider = GST_DEVICE_PROVIDER_CLASS(type);
+        gst_device_provider_class_set_static_metadata(provider, "Fake", "Video/Source", "-", "-");
+        provider->start = [](GstDeviceProvider *) { return gboolean(true); };
+    };
+    const GType type = g_type_register_static_simple(
+            GST_TYPE_DEVICE_PROVIDER, "FakeProvider", sizeof(GstDeviceProviderClass), setUp,
+            sizeof(GstDeviceProvider), nullptr, GTypeFlags(0));
+    gst_device_provider_register(nullptr, "v4l2deviceprovider", GST_RANK_PRIMARY, type);
+    fakeProvider = gst_device_provider_factory_get_by_name("v4l2deviceprovider");
+    gst_device_provider_start(fakeProvider);
+}
+
+GstDevice *plugIn(const char *path)
+{
+    const auto setUp = [](gpointer type, gpointer) {
+        GST_DEVICE_CLASS(type)->create_element = createFakeSource;
+    };
+    static const GType type
+            = g_type_register_static_simple(GST_TYPE_DEVICE, "FakeDevice", sizeof(GstDeviceClass),
+                                            setUp, sizeof(GstDevice), nullptr, GTypeFlags(0));
+    GstStructure *properties
+            = gst_structure_new("properties", "device.path", G_TYPE_STRING, path,
+                                "v4l2.device.bus_info", G_TYPE_STRING, "usb-1", nullptr);
+    const GstCapsPointer caps(
+            gst_caps_from_string("video/x-raw,format=YUY2,width=320,height=240,framerate=30/1"));
+    auto *device
+            = GST_DEVICE(g_object_new(type, "display-name", "Cam", "device-class", "Video/Source",
+                                      "caps", caps.get(), "properties", properties, nullptr));
+    gst_structure_free(properties);
+    gst_device_provider_device_add(fakeProvider, device);
+    return device;
+}
+
+void plugOut(GstDevice *device)
+{
+    gst_device_provider_device_remove(fakeProvider, device);
+}
+
 // A device that has all settings, at 0 first.
 struct FakeControls : DeviceControls
 {
@@ -101,6 +185,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(gst_init_check(nullptr, nullptr, nullptr));
+        replaceVideo4Linux();
         const QByteArray bars = "videotestsrc pattern=smpte75 num-buffers=10 ! "
                                 "video/x-raw,width=160,height=120,framerate=20/1 ! ";
         makeFile("a clip.webm", bars + "vp8enc ! webmmux");
@@ -108,11 +193,11 @@ private Q_SLOTS:
         turn("turned.mp4");
         makeFile("sound.ogg", "audiotestsrc num-buffers=50 ! vorbisenc ! oggmux");
         makeFile("notes.mp4", "fakesrc num-buffers=1 sizetype=fixed sizemax=5000");
-        QStringList files;
+        QStringList files {QStringLiteral("videotestsrc")};
         for (const char *name :
              {"a clip.webm", "turned.mp4", "sound.ogg", "notes.mp4", "missing.mp4"})
             files.append(path(name));
-        QCoreApplication::instance()->setProperty("facelink.gstreamer.cameraFiles", files);
+        QCoreApplication::instance()->setProperty("facelink.gstreamer.cameras", files);
     }
 
     void changesStates()
@@ -134,6 +219,87 @@ private Q_SLOTS:
         QCOMPARE(statuses,
                  (QList<int> {QCamera::LoadingStatus, QCamera::LoadedStatus} + run + run
                   + QList<int> {QCamera::UnloadingStatus, QCamera::UnloadedStatus}));
+    }
+
+    void obeysWithinSignals()
+    {
+        const QVector<int> ends {QCamera::UnloadedStatus, QCamera::LoadedStatus,
+                                 QCamera::ActiveStatus, -1};
+        for (auto trigger : {QCamera::LoadingStatus, QCamera::StartingStatus, QCamera::ActiveStatus,
+                             QCamera::StoppingStatus, QCamera::UnloadingStatus}) {
+            for (int wanted = 0; wanted < ends.size(); ++wanted) {
+                auto camera = std::make_unique<Camera>("videotestsrc");
+                bool isObeyed = false;
+                const auto obey = [&](QCamera::Status status) {
+                    if (status != trigger || std::exchange(isObeyed, true))
+                        return;
+                    ends.at(wanted) < 0 ? camera.reset() : camera->control->setState(State(wanted));
+                };
+                connect(camera->control, &QCameraControl::statusChanged, obey);
+                for (State state : {State::ActiveState, State::LoadedState, State::UnloadedState}) {
+                    if (!isObeyed)
+                        camera->control->setState(state);
+                    QTRY_VERIFY(isObeyed || camera->control->status() != QCamera::StartingStatus);
+                }
+                QTRY_COMPARE(camera ? int(camera->control->status()) : -1, ends.at(wanted));
+                QCOMPARE(camera ? int(camera->control->state()) : 3, wanted);
+            }
+        }
+    }
+
+    void followsPort()
+    {
+        Camera camera("videotestsrc");
+        QSignalSpy changes(camera.selector, &QVideoDeviceSelectorControl::devicesChanged);
+        const QByteArray name = "v4l2:usb-1";
+        GstDevice *device = plugIn("/dev/video1");
+        for (int round = 1; round <= 2; ++round) {
+            QTRY_COMPARE(changes.size(), 2 * round - 1);
+            const int index = CameraDevices().names().indexOf(name);
+            QCOMPARE(camera.selector->deviceName(index), QString::fromLatin1(name));
+            camera.selector->setSelectedDevice(index);
+            QCOMPARE(camera.control->status(), QCamera::UnloadedStatus);
+            isTaken = true;
+            camera.control->setState(QCamera::ActiveState);
+            QTRY_COMPARE(camera.control->status(), QCamera::UnloadedStatus);
+            QVERIFY(camera.errors.takeLast().at(1).toString().startsWith(
+                    QLatin1String("Cam: another program may be using the camera")));
+            isTaken = false;
+            camera.control->setState(QCamera::ActiveState);
+            QTRY_COMPARE(camera.control->status(), QCamera::ActiveStatus);
+            plugOut(device);
+            QTRY_COMPARE_WITH_TIMEOUT(changes.size(), 2 * round, 1000);
+            const QString text = QStringLiteral("Cam: the camera has been unplugged");
+            QCOMPARE(camera.errors.value(round - 1), (QVariantList {QCamera::CameraError, text}));
+            QCOMPARE(camera.control->status(), QCamera::UnavailableStatus);
+            QVERIFY(!CameraDevices().names().contains(name));
+            device = plugIn("/dev/video0");
+        }
+        plugOut(device);
+    }
+
+    void leavesHangingCamera()
+    {
+        GstDevice *const device = plugIn("/dev/video0");
+        for (int wanted : {0, 1, 2}) {
+            Hang present;
+            hang = &present;
+            auto camera = std::make_unique<Camera>("v4l2:usb-1");
+            camera->control->setState(QCamera::ActiveState);
+            present.hasBegun.acquire();
+            const qint64 begin = g_get_monotonic_time();
+            wanted == 2 ? camera.reset() : camera->control->setState(State(wanted));
+            QVERIFY(g_get_monotonic_time() - begin < 500000);
+            if (camera)
+                camera->control->setState(QCamera::ActiveState);
+            QTRY_VERIFY(!camera || camera->control->status() == QCamera::ActiveStatus);
+            present.end.release();
+            const GstElementPointer source(present.source);
+            QTRY_COMPARE(GST_OBJECT_REFCOUNT_VALUE(source.get()), 1);
+            camera.reset();
+            hang = nullptr;
+        }
+        plugOut(device);
     }
 
     void delivers_data()
@@ -358,7 +524,7 @@ private Q_SLOTS:
         const QVector<CameraMode> modes = CameraModes::fromCaps(caps.get());
         QCOMPARE(modes.size(), 5);
         const auto best = [&](int width, int height, qreal rate) {
-            const CameraMode mode = CameraModes::best(modes, QSize(width, height), rate);
+            const CameraMode mode = CameraModes::best(modes, QSize(width, height), rate, {});
             return QVector<int> {mode.size.width(), mode.size.height(), int(mode.maximumFrameRate),
                                  mode.isMotionJpeg};
         };

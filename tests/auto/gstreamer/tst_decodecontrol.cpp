@@ -13,43 +13,6 @@ using Statuses = QVector<int>;
 
 namespace {
 
-const QMap<QString, QByteArray> encoders = {
-        {QStringLiteral("H264"),
-         "x264enc tune=zerolatency speed-preset=superfast key-int-max=10 bitrate=3000"
-         " ! video/x-h264, profile=constrained-baseline ! h264parse config-interval=-1"
-         " ! video/x-h264, stream-format=byte-stream, alignment=au"},
-        {QStringLiteral("H265"),
-         "x265enc tune=zerolatency speed-preset=ultrafast key-int-max=10 bitrate=3000"
-         " ! h265parse config-interval=-1 ! video/x-h265, stream-format=byte-stream, alignment=au"},
-        {QStringLiteral("VP8"),
-         "vp8enc deadline=1 cpu-used=8 keyframe-max-dist=10 target-bitrate=3000000 threads=1"},
-        {QStringLiteral("VP9"),
-         "vp9enc deadline=1 cpu-used=8 keyframe-max-dist=10 target-bitrate=3000000 threads=1"
-         " lag-in-frames=0"},
-        {QStringLiteral("AV1"),
-         "av1enc usage-profile=realtime cpu-used=10 keyframe-max-dist=10 target-bitrate=3000"
-         " lag-in-frames=0 max-quantizer=56 ! av1parse"
-         " ! video/x-av1, stream-format=obu-stream, alignment=tu"}};
-
-/*! What twenty moving pictures of \a width and \a height become when they pass \a elements. */
-Stream produce(const QByteArray &elements, int width = 320, int height = 240)
-{
-    return collect("videotestsrc num-buffers=20 pattern=zone-plate kx2=8 ky2=8 kt=4"
-                   " ! video/x-raw, format=I420, framerate=30/1, width="
-                   + QByteArray::number(width) + ", height=" + QByteArray::number(height) + " ! "
-                   + elements);
-}
-
-double meanDifference(const QByteArray &a, const QByteArray &b)
-{
-    if (a.size() != b.size() || a.isEmpty())
-        return qInf();
-    qint64 sum = 0;
-    for (int i = 0; i < a.size(); ++i)
-        sum += qAbs(int(uchar(a.at(i))) - int(uchar(b.at(i))));
-    return double(sum) / a.size();
-}
-
 struct Decoding
 {
     Decoding()
@@ -97,8 +60,8 @@ private Q_SLOTS:
     {
         QVERIFY(gst_init_check(nullptr, nullptr, nullptr));
         m_pictures = produce("identity");
-        for (const QString &codec : encoders.keys()) {
-            m_streams[codec] = produce(encoders[codec]);
+        for (const QString &codec : streamEncoders.keys()) {
+            m_streams[codec] = produce(streamEncoders[codec]);
             QCOMPARE(m_streams[codec].size(), 20);
         }
         m_h264 = m_streams[QStringLiteral("H264")];
@@ -133,8 +96,8 @@ private Q_SLOTS:
             QVERIFY(decoding.decode(m_streams[codec].at(i), timestamp));
             QTRY_COMPARE(surface.frames.size(), i + 1);
             QCOMPARE(surface.frames.last().startTime(), qint64(timestamp));
-            QVERIFY(meanDifference(pixels(surface.frames.last()), sent.at(i)) < 1);
-            QVERIFY(meanDifference(pixels(surface.frames.last()), sent.at((i + 1) % 20)) > 4);
+            QVERIFY(averageDifference(pixels(surface.frames.last()), sent.at(i)) < 1);
+            QVERIFY(averageDifference(pixels(surface.frames.last()), sent.at((i + 1) % 20)) > 4);
         }
         QCOMPARE(surface.surfaceFormat(), decoding.control->outputFormat());
         QCOMPARE(surface.surfaceFormat().pixelFormat(), pixelFormat);
@@ -172,6 +135,11 @@ private Q_SLOTS:
         decoding.control->drain();
         QTRY_COMPARE(countAtEnd, 2 + m_h264.size());
         QCOMPARE(decoding.surface.starts, 1);
+        // Draining can be called off.
+        decoding.control->flush();
+        decoding.control->drain();
+        decoding.control->flush();
+        QVERIFY(decoding.decode(m_h264.first()));
 
         decoding.statuses.clear();
         QVERIFY(decoding.start("VP8"));
@@ -190,7 +158,7 @@ private Q_SLOTS:
     void sizeChange()
     {
         for (const CodecElement &decoder : Codecs::decoders()) {
-            const QByteArray encoder = encoders[decoder.codec];
+            const QByteArray encoder = streamEncoders[decoder.codec];
             Decoding decoding;
             QVERIFY(decoding.start(decoder.factoryName));
             for (const QSize &size : {QSize(320, 240), QSize(160, 128), QSize(320, 240)}) {
@@ -289,6 +257,47 @@ private Q_SLOTS:
         QTRY_COMPARE(decoding.ends.count(), 1);
         QCOMPARE(decoding.count(), count);
         QCOMPARE(decoding.errors.count(), 0);
+    }
+
+    void surfaces_data()
+    {
+        QTest::addColumn<QVideoFrame::PixelFormat>("format");
+        QTest::addColumn<QString>("errorText");
+        QTest::newRow("nv12") << QVideoFrame::Format_NV12 << QString();
+        QTest::newRow("uyvy") << QVideoFrame::Format_UYVY << QString();
+        QTest::newRow("jpeg") << QVideoFrame::Format_Jpeg << QStringLiteral("takes none of");
+        QTest::newRow("nothing") << QVideoFrame::Format_Invalid << QStringLiteral("takes none of");
+        QTest::newRow("start") << QVideoFrame::Format_RGB32 << QStringLiteral("doesn't start");
+        QTest::newRow("stop") << QVideoFrame::Format_RGB32 << QStringLiteral("has stopped");
+        QTest::newRow("skip") << QVideoFrame::Format_RGB32 << QString();
+        QTest::newRow("slow") << QVideoFrame::Format_RGB32 << QString();
+    }
+
+    // What a surface does wrong is told once, and decoding goes on for one that works.
+    void surfaces()
+    {
+        QFETCH(QVideoFrame::PixelFormat, format);
+        QFETCH(QString, errorText);
+        RecordingSurface surface(format ? RecordingSurface::Formats {format}
+                                        : RecordingSurface::Formats());
+        if (format == QVideoFrame::Format_RGB32)
+            surface.answer = QTest::currentDataTag();
+        Decoding decoding;
+        decoding.renderer->setSurface(&surface);
+        QVERIFY(decoding.start("H264"));
+        for (int i = 0; i < m_h264.size(); ++i)
+            QVERIFY(decoding.decode(m_h264.at(i), quint64(i)));
+        QVERIFY(waitFor([&] {
+            return errorText.isEmpty() ? surface.times().contains(19) : !decoding.errors.isEmpty();
+        }));
+        decoding.renderer->setSurface(&decoding.surface);
+        QVERIFY(decoding.decode(m_h264.first(), 20));
+        QVERIFY(waitFor([&] { return decoding.surface.times().contains(20); }));
+        QCOMPARE(decoding.errors.count(), errorText.isEmpty() ? 0 : 1);
+        QVERIFY(errorText.isEmpty() || decoding.errors.last().at(1).toString().contains(errorText));
+        QVERIFY(surface.starts == 1 || surface.answer == "stop" || surface.frames.isEmpty());
+        // Twenty pictures of 50 milliseconds each are late from the third on.
+        QVERIFY(surface.answer != "slow" || surface.frames.size() < 10);
     }
 
 private:
