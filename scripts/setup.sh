@@ -6,17 +6,33 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 build_packages=(
-    cmake g++ ninja-build pkg-config
+    cmake extra-cmake-modules g++ ninja-build pkg-config
     libgstreamer-plugins-base1.0-dev libgstreamer1.0-dev
-    qtbase5-dev qtbase5-private-dev qtmultimedia5-dev
+    qtbase5-dev qtbase5-private-dev qtmultimedia5-dev qttools5-dev qttools5-dev-tools
 )
 run_packages=(
     gstreamer1.0-libav gstreamer1.0-plugins-bad gstreamer1.0-plugins-base
     gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly
 )
 test_packages=(
-    clang-format doxygen extra-cmake-modules ffmpeg forensics-samples-files gstreamer1.0-tools
-    libbenchmark-dev qhelpgenerator-qt5
+    clang-format doxygen ffmpeg forensics-samples-files gstreamer1.0-tools
+    libbenchmark-dev make qhelpgenerator-qt5
+)
+package_packages=(
+    build-essential debhelper doxygen lintian pkg-kde-tools qhelpgenerator-qt5
+)
+package_check_packages=(
+    debootstrap
+)
+# What the programs are built with that use the installed packages.
+consumer_packages=(
+    cmake g++ make ninja-build pkg-config qtbase5-private-dev
+)
+arm64_packages=(
+    binutils g++-aarch64-linux-gnu qemu-user
+)
+quality_packages=(
+    abigail-tools clang-tidy clazy codespell git reuse
 )
 
 as_root() {

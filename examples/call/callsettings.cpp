@@ -16,28 +16,26 @@ const int maximumSide = 4096;
 const qreal maximumFrameRate = 240;
 const qreal maximumDuration = 1000000;
 
-QString tr(const char *text)
-{
-    return CallSettings::tr(text);
-}
-
 void addCallOptions(QCommandLineParser *parser)
 {
     parser->addOptions({
             {QStringLiteral("loopback"),
-             tr("Calls itself over UDP on 127.0.0.1. This is the default.")},
+             CallSettings::tr("Calls itself over UDP on 127.0.0.1. This is the default.")},
             {QStringLiteral("listen"),
-             tr("The UDP port that the peer's pictures come to, 5004 with a peer and any free one in "
-                "the loopback; RTCP uses the port after it. Listens on 127.0.0.1, or with a peer on "
-                "another machine on the address from which that one is reached, unless an address "
-                "is given."),
-             tr("[ADDRESS:]PORT")},
-            {QStringLiteral("peer"), tr("Sends to this peer instead of to itself."),
-             tr("HOST:PORT")},
-            {QStringLiteral("duration"), tr("Ends the call after so many seconds."), tr("SECONDS")},
-            {QStringLiteral("headless"), tr("Shows no window and needs no display.")},
+             CallSettings::tr(
+                     "The UDP port that the peer's pictures come to, 5004 with a peer and any free one in "
+                     "the loopback; RTCP uses the port after it. Listens on 127.0.0.1, or with a peer on "
+                     "another machine on the address from which that one is reached, unless an address "
+                     "is given."),
+             CallSettings::tr("[ADDRESS:]PORT")},
+            {QStringLiteral("peer"), CallSettings::tr("Sends to this peer instead of to itself."),
+             CallSettings::tr("HOST:PORT")},
+            {QStringLiteral("duration"), CallSettings::tr("Ends the call after so many seconds."),
+             CallSettings::tr("SECONDS")},
+            {QStringLiteral("headless"), CallSettings::tr("Shows no window and needs no display.")},
             {QStringLiteral("snapshot"),
-             tr("Saves the last remote picture as a PNG when the call ends."), tr("FILE")},
+             CallSettings::tr("Saves the last remote picture as a PNG when the call ends."),
+             CallSettings::tr("FILE")},
     });
 }
 
@@ -45,32 +43,40 @@ void addPictureOptions(QCommandLineParser *parser)
 {
     parser->addOptions({
             {QStringLiteral("camera"),
-             tr("The camera, by device name or description; else the default camera."), tr("NAME")},
-            {QStringLiteral("camera-file"), tr("Plays this video file as the camera, in a loop."),
-             tr("FILE")},
+             CallSettings::tr(
+                     "The camera, by device name or description; else the default camera."),
+             CallSettings::tr("NAME")},
+            {QStringLiteral("camera-file"),
+             CallSettings::tr("Plays this video file as the camera, in a loop."),
+             CallSettings::tr("FILE")},
             {QStringLiteral("codec"),
-             tr("The codec, H264, VP8, VP9 or H265, or the id of an encoder; else the first there is."),
-             tr("NAME")},
+             CallSettings::tr(
+                     "The codec, H264, VP8, VP9 or H265, or the id of an encoder; else the first there is."),
+             CallSettings::tr("NAME")},
             {QStringLiteral("bitrate"),
-             tr("Bits per second, also as 800k or 2M; by default as the size needs, 2M at 1280x720."),
-             tr("BITS")},
+             CallSettings::tr(
+                     "Bits per second, also as 800k or 2M; by default as the size needs, 2M at 1280x720."),
+             CallSettings::tr("BITS")},
             {QStringLiteral("size"),
-             tr("The size of the picture; by default the camera's, up to 1280x720."), tr("WxH")},
-            {QStringLiteral("fps"), tr("Frames per second, by default 30."), tr("RATE")},
+             CallSettings::tr("The size of the picture; by default the camera's, up to 1280x720."),
+             CallSettings::tr("WxH")},
+            {QStringLiteral("fps"), CallSettings::tr("Frames per second, by default 30."),
+             CallSettings::tr("RATE")},
     });
 }
 
 void addOptions(QCommandLineParser *parser)
 {
     parser->setApplicationDescription(
-            tr("Makes a video call, by default of the machine with itself."));
+            CallSettings::tr("Makes a video call, by default of the machine with itself."));
     addCallOptions(parser);
     addPictureOptions(parser);
     parser->addOptions({
-            {QStringLiteral("list-cameras"), tr("Lists the cameras.")},
-            {QStringLiteral("list-codecs"), tr("Lists the encoders and decoders.")},
-            {{QStringLiteral("h"), QStringLiteral("help")}, tr("Shows this help.")},
-            {{QStringLiteral("v"), QStringLiteral("version")}, tr("Shows the version.")},
+            {QStringLiteral("list-cameras"), CallSettings::tr("Lists the cameras.")},
+            {QStringLiteral("list-codecs"), CallSettings::tr("Lists the encoders and decoders.")},
+            {{QStringLiteral("h"), QStringLiteral("help")}, CallSettings::tr("Shows this help.")},
+            {{QStringLiteral("v"), QStringLiteral("version")},
+             CallSettings::tr("Shows the version.")},
     });
 }
 

@@ -16,10 +16,10 @@ namespace {
 
 const QSize largestDefaultSize(1280, 720);
 
-QString tr(const char *text)
+struct Texts
 {
-    return QCoreApplication::translate("CameraSelection", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(CameraSelection)
+};
 
 QString fileDeviceName(const QString &fileName)
 {
@@ -55,9 +55,9 @@ CallError CameraSelection::announceFile(const CallSettings &settings)
     const QFileInfo file(settings.cameraFile);
     if (!file.isFile() || !file.isReadable()) {
         return {CallError::NoCamera,
-                tr("cannot read the camera file '%1'").arg(settings.cameraFile)};
+                Texts::tr("cannot read the camera file '%1'").arg(settings.cameraFile)};
     }
-    QCoreApplication::instance()->setProperty("facelink.gstreamer.cameraFiles",
+    QCoreApplication::instance()->setProperty("facelink.gstreamer.cameras",
                                               QStringList(fileDeviceName(settings.cameraFile)));
     return CallError();
 }
@@ -76,8 +76,8 @@ QFLCameraInfo CameraSelection::find(const CallSettings &settings, CallError *err
             return camera;
     }
     *error = {CallError::NoCamera,
-              cameras.isEmpty() ? tr("there is no camera, or no camera backend")
-                                : tr("there is no camera '%1'").arg(wanted)};
+              cameras.isEmpty() ? Texts::tr("there is no camera, or no camera backend")
+                                : Texts::tr("there is no camera '%1'").arg(wanted)};
     return QFLCameraInfo();
 }
 

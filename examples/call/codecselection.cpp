@@ -13,10 +13,10 @@
 
 namespace {
 
-QString tr(const char *text)
+struct Texts
 {
-    return QCoreApplication::translate("CodecSelection", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(CodecSelection)
+};
 
 bool matches(const QFLCodecInfo &encoder, const QString &wanted)
 {
@@ -49,8 +49,8 @@ QFLCodecInfo CodecSelection::find(const CallSettings &settings, CallError *error
     }
     *error = {CallError::NoCodec,
               settings.codec.isEmpty()
-                      ? tr("there is no codec for calls, or no codec backend")
-                      : tr("there is no codec '%1' for calls").arg(settings.codec)};
+                      ? Texts::tr("there is no codec for calls, or no codec backend")
+                      : Texts::tr("there is no codec '%1' for calls").arg(settings.codec)};
     return QFLCodecInfo();
 }
 

@@ -6,6 +6,7 @@
 #include "callwindow.h"
 #include "cameraselection.h"
 #include "interruptwatcher.h"
+#include "tooltranslation.h"
 
 #include <qflcamerainfo.h>
 #include <qflcodecinfo.h>
@@ -18,10 +19,10 @@
 
 namespace {
 
-QString tr(const char *text)
+struct FaceLinkCall
 {
-    return QCoreApplication::translate("main", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(FaceLinkCall)
+};
 
 void print(const QString &text)
 {
@@ -71,7 +72,8 @@ int listCameras(const CallSettings &settings)
         print(camera.deviceName() + QLatin1Char('\t') + camera.description());
     if (!cameras.isEmpty())
         return CallError::NoError;
-    return report({CallError::NoCamera, tr("there is no camera, or no camera backend")});
+    return report(
+            {CallError::NoCamera, FaceLinkCall::tr("there is no camera, or no camera backend")});
 }
 
 int listCodecs()
@@ -80,12 +82,14 @@ int listCodecs()
             = QFLCodecInfo::availableEncoders() + QFLCodecInfo::availableDecoders();
     for (const QFLCodecInfo &codec : codecs) {
         print(codec.codec() + QLatin1Char('\t') + QString::fromLatin1(codec.codecId())
-              + QLatin1Char('\t') + (codec.isEncoder() ? tr("encoder") : tr("decoder"))
-              + (codec.isHardwareAccelerated() ? QLatin1Char('\t') + tr("hardware") : QString()));
+              + QLatin1Char('\t')
+              + (codec.isEncoder() ? FaceLinkCall::tr("encoder") : FaceLinkCall::tr("decoder"))
+              + (codec.isHardwareAccelerated() ? QLatin1Char('\t') + FaceLinkCall::tr("hardware")
+                                               : QString()));
     }
     if (!codecs.isEmpty())
         return CallError::NoError;
-    return report({CallError::NoCodec, tr("there is no codec, or no codec backend")});
+    return report({CallError::NoCodec, FaceLinkCall::tr("there is no codec, or no codec backend")});
 }
 
 // Found out before the call rather than after it.
@@ -99,7 +103,8 @@ bool canWriteSnapshot(const QString &fileName)
 
 CallError snapshotError(const QString &fileName)
 {
-    return {CallError::SnapshotError, tr("cannot write the snapshot '%1'").arg(fileName)};
+    return {CallError::SnapshotError,
+            FaceLinkCall::tr("cannot write the snapshot '%1'").arg(fileName)};
 }
 
 // That the disk is full shows only when the file is flushed.
@@ -115,7 +120,7 @@ int concludeCall(Call *call, const CallSettings &settings)
     if (call->error().code != CallError::NoError)
         return report(call->error());
     if (call->remoteSurface()->framesPresented() == 0)
-        return report({CallError::NoPicture, tr("no picture was received")});
+        return report({CallError::NoPicture, FaceLinkCall::tr("no picture was received")});
     if (!settings.snapshot.isEmpty()
         && !saveSnapshot(call->remoteSurface()->image(), settings.snapshot))
         return report(snapshotError(settings.snapshot));
@@ -158,6 +163,17 @@ int makeCall(const CallSettings &settings)
     return concludeCall(&call, settings);
 }
 
+// Texts are translated only where there is an application, and the options say of which kind.
+bool parse(int argc, char *argv[], CallSettings *settings)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    QCoreApplication application(argc, argv);
+    ToolTranslation::install();
+    return settings->parse(arguments);
+}
+
 int run(const CallSettings &settings)
 {
     switch (settings.action) {
@@ -181,11 +197,8 @@ int run(const CallSettings &settings)
 
 int main(int argc, char *argv[])
 {
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
     CallSettings settings;
-    if (!settings.parse(arguments))
+    if (!parse(argc, argv, &settings))
         return report({CallError::BadOption, settings.errorText()});
     QLoggingCategory::setFilterRules(QStringLiteral("facelink.*.debug=false\nqt.qpa.*=false"));
 
@@ -196,7 +209,9 @@ int main(int argc, char *argv[])
     else if (hasDisplay())
         application = openDisplay(argc, argv);
     if (!application)
-        return report({CallError::NoDisplay, tr("there is no display; --headless needs none")});
+        return report({CallError::NoDisplay,
+                       FaceLinkCall::tr("there is no display; --headless needs none")});
+    ToolTranslation::install();
     QCoreApplication::setApplicationName(QStringLiteral("facelink-call"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     addBuildTreePlugins();
