@@ -145,7 +145,7 @@ void tst_Call::loopback()
     call(headlessCall
          + QStringLiteral("--camera-file %1 --codec %2 --duration 8 --snapshot %3")
                    .arg(clip, codec, snapshot));
-    QCOMPARE(m_errorLines, QStringList());
+    QVERIFY2(m_errorLines.isEmpty(), qPrintable(m_errorLines.join(QLatin1Char('\n'))));
     QCOMPARE(m_exitCode, 0);
 
     QVERIFY(value("frames captured") > 20);
@@ -214,7 +214,7 @@ void tst_Call::peers()
          + QStringLiteral("--camera-file %1 --codec %2 --listen %3 --peer 127.0.0.1:%4"
                           " --duration 8 --snapshot %5")
                    .arg(clip, codec, toCall, fromCall, snapshot));
-    QCOMPARE(m_errorLines, QStringList());
+    QVERIFY2(m_errorLines.isEmpty(), qPrintable(m_errorLines.join(QLatin1Char('\n'))));
     QCOMPARE(m_exitCode, 0);
     QVERIFY(m_output.contains(QLatin1String("capture to present, median: n/a")));
 
