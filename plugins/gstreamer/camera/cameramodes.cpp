@@ -69,9 +69,12 @@ QVector<QVideoFrame::PixelFormat> pixelFormats(const GstStructure *structure)
 
 void append(QVector<CameraMode> *modes, const GstStructure *structure, const CameraMode &kind)
 {
-    for (int width : lengths(structure, "width")) {
-        for (int height : lengths(structure, "height")) {
-            for (const QPair<qreal, qreal> &rates : frameRates(structure)) {
+    const auto widths = lengths(structure, "width");
+    const auto heights = lengths(structure, "height");
+    const auto allRates = frameRates(structure);
+    for (int width : widths) {
+        for (int height : heights) {
+            for (const QPair<qreal, qreal> &rates : allRates) {
                 CameraMode mode = kind;
                 mode.size = QSize(width, height);
                 mode.minimumFrameRate = rates.first;
@@ -125,7 +128,8 @@ QVector<CameraMode> CameraModes::fromCaps(const GstCaps *caps)
         if (kind.isMotionJpeg) {
             append(&modes, structure, kind);
         } else if (gst_structure_has_name(structure, "video/x-raw")) {
-            for (QVideoFrame::PixelFormat format : pixelFormats(structure)) {
+            const auto formats = pixelFormats(structure);
+            for (QVideoFrame::PixelFormat format : formats) {
                 kind.pixelFormat = format;
                 append(&modes, structure, kind);
             }

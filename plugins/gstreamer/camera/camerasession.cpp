@@ -222,7 +222,8 @@ void CameraSession::closeAndFail(const QString &reason)
 
 void CameraSession::handlePipelineError(Pipeline::ErrorKind, const QString &text)
 {
-    closeAndFail(m_source->explain(text));
+    if (m_source)
+        closeAndFail(m_source->explain(text));
 }
 
 void CameraSession::handleFrame(const QVideoFrame &frame, const QVideoSurfaceFormat &format)
@@ -254,6 +255,8 @@ void CameraSession::rewind()
     if (gst_element_seek_simple(sink.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH, 0))
         return;
     const std::shared_ptr<const void> alive = keepAlive();
-    if (preparePipeline())
-        m_capture->pipeline.setState(GST_STATE_PLAYING);
+    if (!preparePipeline())
+        return;
+    const std::shared_ptr<Capture> capture = m_capture;
+    capture->pipeline.setState(GST_STATE_PLAYING);
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-const gint64 longestWait = 5 * G_USEC_PER_SEC;
+const gint64 longestWait = gint64(5) * G_USEC_PER_SEC;
 
 GstClockTime timeUntil(gint64 deadline)
 {
@@ -81,7 +81,7 @@ QString errorText(GstMessage *message)
 {
     GError *error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
-    const QString text = QString::fromUtf8(error->message);
+    QString text = QString::fromUtf8(error->message);
     g_clear_error(&error);
     return text;
 }

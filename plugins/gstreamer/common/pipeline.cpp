@@ -136,7 +136,8 @@ bool Pipeline::setState(GstState state)
 {
     if (!m_pipeline)
         return false;
-    const bool goesDown = state < GST_STATE(m_pipeline.get());
+    // A pipeline that is still on its way up counts as having arrived.
+    const bool goesDown = state < GST_STATE_TARGET(m_pipeline.get());
     const GstStateChangeReturn result = gst_element_set_state(m_pipeline.get(), state);
     if (goesDown)
         beginRun();

@@ -7,6 +7,8 @@
 #include "gstreamersetup.h"
 #include "videorenderercontrol.h"
 
+#include <QtCore/qpointer.h>
+
 namespace {
 
 // About a second of video: a burst after a pause in the network fits, a decoder that is too slow
@@ -124,8 +126,10 @@ bool DecodeControl::decode(const QFLEncodedVideoFrame &frame)
                      tr("%1: no pictures come from the decoder")
                              .arg(QString::fromUtf8(m_decoder.factoryName))))
         return false;
+    // Whoever is told of an error may delete the decoder.
+    const QPointer<DecodeControl> self(this);
     const bool isTaken = examine(frame);
-    if (!isTaken)
+    if (self && !isTaken)
         m_gate.close();
     return isTaken;
 }
@@ -189,7 +193,10 @@ void DecodeControl::stop()
     m_isDraining = false;
     if (!isLoading && !setStatus(QFLDecoder::StoppingStatus))
         return;
+    const QPointer<DecodeControl> self(this);
     m_renderer->stop();
+    if (!self)
+        return;
     if (!isLoading && !setStatus(QFLDecoder::LoadedStatus))
         return;
     if (setStatus(QFLDecoder::UnloadingStatus))
@@ -201,14 +208,18 @@ QFLDecoder::Status DecodeControl::status() const
     return m_status;
 }
 
-/*! False if the application has changed the status in answer to the report of this one. */
+/*!
+    False if the application has changed the status, or deleted the decoder, in answer to the report
+    of this one.
+*/
 bool DecodeControl::setStatus(QFLDecoder::Status status)
 {
+    const QPointer<DecodeControl> self(this);
     if (m_status != status) {
         m_status = status;
         Q_EMIT statusChanged(status);
     }
-    return m_status == status;
+    return self && m_status == status;
 }
 
 bool DecodeControl::load(const QVideoEncoderSettings &settings)
@@ -259,8 +270,10 @@ bool DecodeControl::rebuild()
 /*! Ends the run for the reason given. The error comes last: the application may start again. */
 void DecodeControl::abandon(QFLDecoder::Error code, const QString &text)
 {
+    const QPointer<DecodeControl> self(this);
     stop();
-    Q_EMIT error(code, text);
+    if (self)
+        Q_EMIT error(code, text);
 }
 
 /*!
@@ -281,8 +294,10 @@ void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
         abandon(errorCode(kind), text);
     } else if (m_isDraining && m_pipeline.unansweredGroup().isEmpty()) {
         // No key frame will come to begin again at, so this is as far as the stream gets.
+        const QPointer<DecodeControl> self(this);
         Q_EMIT error(errorCode(kind), text);
-        finishDraining();
+        if (self)
+            finishDraining();
     } else {
         const bool isHardware = kind == Pipeline::HardwareError;
         overcome(isHardware ? QFLDecoder::HardwareError : QFLDecoder::ResourceError, text);
@@ -367,12 +382,13 @@ void DecodeControl::updatePixelFormats()
 
 void DecodeControl::present(const QVideoFrame &picture, const QVideoSurfaceFormat &format)
 {
+    const QPointer<DecodeControl> self(this);
     m_hasDecoded = true;
     m_failureCount = 0;
     if (format != m_outputFormat) {
         m_outputFormat = format;
         Q_EMIT outputFormatChanged(format);
     }
-    if (m_status == QFLDecoder::StartedStatus)
+    if (self && m_status == QFLDecoder::StartedStatus)
         m_renderer->present(picture, format);
 }

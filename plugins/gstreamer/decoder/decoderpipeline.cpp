@@ -9,6 +9,7 @@
 #include "videoframe.h"
 
 #include <QtCore/qendian.h>
+#include <QtCore/qpointer.h>
 
 #include <gst/app/gstappsrc.h>
 
@@ -197,7 +198,7 @@ QString DecoderPipeline::build()
     if (!m_format)
         return tr("The codec %1 is not supported").arg(m_decoder.codec);
     GstElementPointer pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-    const QString errorText
+    QString errorText
             = addElements(GST_BIN(pipeline.get()), elementRoles(*m_format, m_decoder.factoryName));
     if (!errorText.isEmpty())
         return errorText;
@@ -434,13 +435,17 @@ bool DecoderPipeline::dequeue(Picture *picture)
 
 void DecoderPipeline::deliver()
 {
+    // Whoever gets a picture may delete the decoder.
+    const QPointer<DecoderPipeline> self(this);
     Picture picture;
-    while (dequeue(&picture))
+    while (self && dequeue(&picture))
         Q_EMIT pictureDecoded(picture.frame, picture.format);
 }
 
 void DecoderPipeline::finish()
 {
+    const QPointer<DecoderPipeline> self(this);
     deliver();
-    Q_EMIT endOfStreamReached();
+    if (self)
+        Q_EMIT endOfStreamReached();
 }

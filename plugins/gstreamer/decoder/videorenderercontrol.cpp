@@ -64,10 +64,14 @@ void VideoRendererControl::present(const QVideoFrame &picture, const QVideoSurfa
     m_streamFormat = format;
     if (!startSurface())
         return;
+    // The surface may delete the decoder, stop it or have itself taken off.
+    const QPointer<VideoRendererControl> self(this);
     const QPointer<QAbstractVideoSurface> surface = m_surface;
     const bool isShown = surface->present(picture);
+    if (!self || !surface || surface != m_surface || !m_surfaceFormat.isValid())
+        return;
     // A surface may skip a picture. One that fails stops, and the next picture starts it again.
-    if (isShown || !surface || surface != m_surface || surface->isActive()) {
+    if (isShown || surface->isActive()) {
         m_hasFailed = m_hasFailed && !isShown;
         return;
     }
@@ -98,11 +102,18 @@ bool VideoRendererControl::startSurface()
     // Pictures decoded before a converter was put in still have the old format.
     if (m_refusedFormat == m_streamFormat || !pixelFormats().contains(m_streamFormat.pixelFormat()))
         return false;
-    stopSurface();
+    const QPointer<VideoRendererControl> self(this);
     const QVideoSurfaceFormat format = m_streamFormat;
     const QPointer<QAbstractVideoSurface> surface = m_surface;
-    const bool isStarted = surface && surface->start(format);
-    if (!surface || surface != m_surface || format != m_streamFormat)
+    stopSurface();
+    if (!self || !surface || surface != m_surface || format != m_streamFormat)
+        return false;
+    const bool isStarted = surface->start(format);
+    const bool isWanted = self && surface == m_surface && format == m_streamFormat;
+    // A surface may end the run or have itself taken off while it starts; it must not stay active.
+    if (surface && isStarted && !isWanted)
+        surface->stop();
+    if (!surface || !isWanted)
         return false;
     if (isStarted) {
         m_surfaceFormat = format;

@@ -224,10 +224,12 @@ bool EncodeControl::startRun(int run)
     m_streamSettings = m_configuration->streamSettings();
     m_sinceLog.start();
     setStatus(QFLEncoder::StartedStatus);
+    // An error of a sink may be reported, and whoever is told may delete the service.
+    const QPointer<EncodeControl> self(this);
     if (run != m_run || m_status != QFLEncoder::StartedStatus)
         return false;
     Q_EMIT streamStarted(m_streamSettings);
-    return run == m_run && m_status == QFLEncoder::StartedStatus;
+    return self && run == m_run && m_status == QFLEncoder::StartedStatus;
 }
 
 bool EncodeControl::startPipeline()

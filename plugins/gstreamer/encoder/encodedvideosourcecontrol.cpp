@@ -124,18 +124,23 @@ bool EncodedVideoSourceControl::startSink(QFLEncodedVideoSink *sink,
 void EncodedVideoSourceControl::startSinks(const QVideoEncoderSettings &settings)
 {
     const int run = ++m_run;
+    const QPointer<EncodedVideoSourceControl> self(this);
     const QVector<LinkedSink> sinks = m_sinks;
     for (const LinkedSink &linked : sinks) {
         // Those that joined when the status changed have been started.
-        const LinkedSink *present = run == m_run ? find(linked.sink) : nullptr;
-        if (present && present->state == Stopped && !startSink(linked.sink, settings)) {
-            m_encodeControl->reportError(QFLEncoder::ConsumerError,
-                                         tr("A sink does not take %1 video of %2x%3 pixels")
-                                                 .arg(settings.codec())
-                                                 .arg(settings.resolution().width())
-                                                 .arg(settings.resolution().height()));
-        }
+        const LinkedSink *present = self && run == m_run ? find(linked.sink) : nullptr;
+        if (present && present->state == Stopped && !startSink(linked.sink, settings))
+            reportRefusal(settings);
     }
+}
+
+void EncodedVideoSourceControl::reportRefusal(const QVideoEncoderSettings &settings)
+{
+    m_encodeControl->reportError(QFLEncoder::ConsumerError,
+                                 tr("A sink does not take %1 video of %2x%3 pixels")
+                                         .arg(settings.codec())
+                                         .arg(settings.resolution().width())
+                                         .arg(settings.resolution().height()));
 }
 
 void EncodedVideoSourceControl::drainSinks()
@@ -202,8 +207,10 @@ bool EncodedVideoSourceControl::prepare(QFLEncodedVideoSink *sink, bool isKeyFra
         linked->state = Stopped;
         sink->stop();
         linked = self && run == m_run ? find(sink) : nullptr;
-        if (linked && linked->state == Stopped)
-            startSink(sink, m_encodeControl->streamSettings());
+        const QVideoEncoderSettings settings
+                = self ? m_encodeControl->streamSettings() : QVideoEncoderSettings();
+        if (linked && linked->state == Stopped && !startSink(sink, settings))
+            reportRefusal(settings);
         linked = self && run == m_run ? find(sink) : nullptr;
     }
     if (!linked || linked->state != Started || (linked->awaitsKeyFrame && !isKeyFrame))

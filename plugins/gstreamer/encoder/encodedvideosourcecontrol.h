@@ -41,6 +41,7 @@ private:
 
     bool startSink(QFLEncodedVideoSink *sink, const QVideoEncoderSettings &settings);
     void startSinks(const QVideoEncoderSettings &settings);
+    void reportRefusal(const QVideoEncoderSettings &settings);
     void drainSinks();
     void stopSinks();
 

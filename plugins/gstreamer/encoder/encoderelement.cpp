@@ -13,6 +13,10 @@ namespace {
 
 constexpr int secondsBetweenKeyFrames = 2;
 
+// Less is no rate at all for elements that count in kilobits, and more is out of x265enc's range.
+constexpr int lowestBitRate = 1000;
+constexpr int highestBitRate = 100000000;
+
 bool isInKilobits(GParamSpec *parameter)
 {
     const QByteArray description = QByteArray(g_param_spec_get_blurb(parameter)).toLower();
@@ -60,9 +64,14 @@ void EncoderElement::setBitRate(int bitRate)
         restart();
 }
 
-/*! Makes the next frame that enters the element a key frame, by whatever the element obeys. */
-void EncoderElement::requestKeyFrame()
+/*!
+    Makes the next frame that enters the element, and comes \a after that running time if there is
+    one, a key frame by whatever the element obeys.
+*/
+void EncoderElement::requestKeyFrame(GstClockTime after)
 {
+    if (after != GST_CLOCK_TIME_NONE)
+        m_after = after;
     // A restart that is due anyway must not be forgotten.
     Order present = NoOrder;
     m_order.compare_exchange_strong(present,
@@ -87,16 +96,17 @@ bool EncoderElement::takesBitRateWhileRunning() const
             || (parameter && (parameter->flags & GST_PARAM_MUTABLE_PLAYING));
 }
 
-void EncoderElement::applyBitRate(int bitRate)
+void EncoderElement::applyBitRate(int wanted)
 {
+    const int bitRate = qBound(lowestBitRate, wanted, highestBitRate);
     QByteArray settings = m_traits.bitRate;
     settings.replace("%bits", QByteArray::number(bitRate));
-    settings.replace("%kilobits", QByteArray::number(qMax(1, bitRate / 1000)));
-    for (const QByteArray &setting : settings.split(' ')) {
+    settings.replace("%kilobits", QByteArray::number(bitRate / 1000));
+    const QByteArrayList list = settings.split(' ');
+    for (const QByteArray &setting : list) {
         GParamSpec *parameter = property(setting.left(setting.indexOf('=')));
         const bool isInThousands = parameter && isInKilobits(parameter);
-        const QByteArray number
-                = QByteArray::number(isInThousands ? qMax(1, bitRate / 1000) : bitRate);
+        const QByteArray number = QByteArray::number(isInThousands ? bitRate / 1000 : bitRate);
         apply(QByteArray(setting).replace("%unit", number));
     }
 }
@@ -123,7 +133,8 @@ void EncoderElement::apply(QByteArray settings)
     settings.replace("%distance", QByteArray::number(m_keyFrameDistance));
     settings.replace("%seconds", QByteArray::number(secondsBetweenKeyFrames));
     settings.replace("%quantizer", QByteArray::number(m_finestQuantizer));
-    for (const QByteArray &setting : settings.split(' ')) {
+    const QByteArrayList list = settings.split(' ');
+    for (const QByteArray &setting : list) {
         const int separator = setting.indexOf('=');
         if (property(setting.left(separator)))
             set(setting.left(separator), setting.mid(separator + 1));
@@ -131,9 +142,12 @@ void EncoderElement::apply(QByteArray settings)
 }
 
 // Runs on the streaming thread, just before a frame enters the element.
-GstPadProbeReturn EncoderElement::beforeFrame(GstPad *input, GstPadProbeInfo *, gpointer self)
+GstPadProbeReturn EncoderElement::beforeFrame(GstPad *input, GstPadProbeInfo *info, gpointer self)
 {
     auto *element = static_cast<EncoderElement *>(self);
+    const GstClockTime after = element->m_after;
+    if (after != GST_CLOCK_TIME_NONE && GST_BUFFER_PTS(GST_PAD_PROBE_INFO_BUFFER(info)) <= after)
+        return GST_PAD_PROBE_OK;
     const Order order = element->m_order.exchange(NoOrder);
     if (order == KeyFrameOrder) {
         gst_pad_push_event(

@@ -19,7 +19,7 @@ public:
     ~EncoderElement();
 
     void setBitRate(int bitRate);
-    void requestKeyFrame();
+    void requestKeyFrame(GstClockTime after = GST_CLOCK_TIME_NONE);
     void restart();
 
 private:
@@ -29,7 +29,7 @@ private:
 
     GParamSpec *property(const QByteArray &name) const;
     bool takesBitRateWhileRunning() const;
-    void applyBitRate(int bitRate);
+    void applyBitRate(int wanted);
     void setOptions(const EncoderConfiguration &configuration);
     void set(const QByteArray &name, const QByteArray &value);
     void apply(QByteArray settings);
@@ -44,6 +44,7 @@ private:
     GstPadPointer m_input;
     gulong m_probe = 0;
     std::atomic<Order> m_order = NoOrder;
+    std::atomic<GstClockTime> m_after = GST_CLOCK_TIME_NONE;
 };
 
 #endif

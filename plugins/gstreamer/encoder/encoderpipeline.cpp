@@ -17,6 +17,9 @@ constexpr qint64 millisecondsBetweenKeyFrameRequests = 500;
 
 constexpr std::chrono::milliseconds longestTakeDown(250);
 
+// Those of earlier runs that may still go on when a run begins.
+constexpr std::size_t mostTakeDowns = 1;
+
 // Encoded frames that may wait while the thread of this object is busy: about a quarter of a second.
 constexpr int largestBacklog = 8;
 
@@ -119,10 +122,14 @@ EncoderPipeline::~EncoderPipeline()
     stop();
 }
 
-/*! On failure errorReported() has been emitted by the time this returns false. */
+/*!
+    On failure errorReported() has been emitted by the time this returns false. Takes the time of a
+    picture when the run before the last one isn't down yet.
+*/
 bool EncoderPipeline::start(const EncoderConfiguration &configuration)
 {
     stop();
+    awaitTakeDowns();
     if (!build(configuration))
         return false;
     setUp(configuration);
@@ -147,6 +154,7 @@ void EncoderPipeline::stop()
     m_keyFrameWanted = false;
     m_keyFrameRequested = false;
     m_dropsUntilKeyFrame = false;
+    m_flushedUntil = GST_CLOCK_TIME_NONE;
     m_lastKeyFrameRequest.invalidate();
 }
 
@@ -170,10 +178,10 @@ void EncoderPipeline::flush()
 {
     if (!m_encoder)
         return;
-    m_input.clear();
+    m_flushedUntil = m_input.clear();
     clearFrames();
     m_dropsUntilKeyFrame = true;
-    sendKeyFrameRequest();
+    sendKeyFrameRequest(m_flushedUntil);
 }
 
 /*!
@@ -251,13 +259,22 @@ bool EncoderPipeline::play()
     return m_pipeline.setState(GST_STATE_READY) && m_pipeline.setState(GST_STATE_PLAYING);
 }
 
+// Otherwise an application that starts and stops a slow encoder all the time makes them pile up.
+void EncoderPipeline::awaitTakeDowns()
+{
+    while (m_takeDowns.size() > mostTakeDowns) {
+        m_takeDowns.front().wait();
+        m_takeDowns.erase(m_takeDowns.begin());
+    }
+}
+
 // A slow encoder can't be interrupted in the middle of a large picture. What is left of it then goes
 // down in the background; this object stays until that is done, as the callbacks need it.
 void EncoderPipeline::takeDown()
 {
     if (m_pipeline.isEmpty())
         return;
-    const auto stop = [](const GstElementPointer &pipeline, std::unique_ptr<EncoderElement>) {
+    const auto stop = [](GstElementPointer pipeline, std::unique_ptr<EncoderElement>) {
         gst_element_set_state(pipeline.get(), GST_STATE_NULL);
     };
     m_takeDowns.push_back(
@@ -281,27 +298,28 @@ GstFlowReturn EncoderPipeline::handleSample(GstAppSink *sink, gpointer self)
     const GstClockTime runningTime
             = gst_segment_to_running_time(gst_sample_get_segment(sample.get()), GST_FORMAT_TIME,
                                           GST_BUFFER_PTS(gst_sample_get_buffer(sample.get())));
-    pipeline->enqueue(encodedFrame(gst_sample_get_buffer(sample.get()),
-                                   pipeline->m_input.takeTimestamp(runningTime)));
+    pipeline->enqueue({encodedFrame(gst_sample_get_buffer(sample.get()),
+                                    pipeline->m_input.takeTimestamp(runningTime)),
+                       runningTime});
     return GST_FLOW_OK;
 }
 
-void EncoderPipeline::enqueue(const QFLEncodedVideoFrame &frame)
+void EncoderPipeline::enqueue(const EncodedFrame &encoded)
 {
     const QMutexLocker locker(&m_mutex);
-    m_frames.append(frame);
+    m_frames.append(encoded);
     if (m_deliveryPosted)
         return;
     m_deliveryPosted = true;
     QMetaObject::invokeMethod(this, &EncoderPipeline::deliverFrames, Qt::QueuedConnection);
 }
 
-bool EncoderPipeline::takeFrame(QFLEncodedVideoFrame *frame)
+bool EncoderPipeline::takeFrame(EncodedFrame *encoded)
 {
     const QMutexLocker locker(&m_mutex);
     if (m_frames.isEmpty())
         return false;
-    *frame = m_frames.takeFirst();
+    *encoded = m_frames.takeFirst();
     return true;
 }
 
@@ -324,14 +342,15 @@ void EncoderPipeline::deliverFrames()
     }
     // A receiver may delete the encoder.
     const QPointer<EncoderPipeline> self(this);
-    QFLEncodedVideoFrame frame;
-    while (self && count-- > 0 && takeFrame(&frame))
-        deliver(frame);
+    EncodedFrame encoded;
+    while (self && count-- > 0 && takeFrame(&encoded))
+        deliver(encoded);
 }
 
-void EncoderPipeline::deliver(const QFLEncodedVideoFrame &frame)
+void EncoderPipeline::deliver(const EncodedFrame &encoded)
 {
-    if (frame.meta().type == QFLEncodedVideoFrame::Type_Key) {
+    const bool isKeyFrame = encoded.frame.meta().type == QFLEncodedVideoFrame::Type_Key;
+    if (isKeyFrame && !isFlushed(encoded)) {
         m_keyFrameWanted = false;
         m_keyFrameRequested = false;
         m_dropsUntilKeyFrame = false;
@@ -343,7 +362,13 @@ void EncoderPipeline::deliver(const QFLEncodedVideoFrame &frame)
         return;
     }
     ++m_tally.encoded;
-    Q_EMIT encodedVideoFrame(frame);
+    Q_EMIT encodedVideoFrame(encoded.frame);
+}
+
+// Whether the frame was in the encoder, out of reach, when the others were dropped.
+bool EncoderPipeline::isFlushed(const EncodedFrame &encoded) const
+{
+    return m_flushedUntil != GST_CLOCK_TIME_NONE && encoded.time <= m_flushedUntil;
 }
 
 void EncoderPipeline::handleMissingKeyFrame()
@@ -356,13 +381,13 @@ void EncoderPipeline::handleMissingKeyFrame()
     }
 }
 
-void EncoderPipeline::sendKeyFrameRequest()
+void EncoderPipeline::sendKeyFrameRequest(GstClockTime after)
 {
     m_keyFrameWanted = true;
     m_keyFrameRequested = true;
     m_framesSinceRequest = -m_input.unanswered();
     m_lastKeyFrameRequest.start();
-    m_encoder->requestKeyFrame();
+    m_encoder->requestKeyFrame(after);
 }
 
 // A source that has sent the end of the stream comes back to life only by way of READY.

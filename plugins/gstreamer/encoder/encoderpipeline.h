@@ -46,20 +46,28 @@ Q_SIGNALS:
     void pendingFell(int from, int to);
 
 private:
+    struct EncodedFrame
+    {
+        QFLEncodedVideoFrame frame;
+        GstClockTime time = 0;
+    };
+
     bool build(const EncoderConfiguration &configuration);
     void setUp(const EncoderConfiguration &configuration);
     bool play();
+    void awaitTakeDowns();
     void takeDown();
 
     static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
-    void enqueue(const QFLEncodedVideoFrame &frame);
-    bool takeFrame(QFLEncodedVideoFrame *frame);
+    void enqueue(const EncodedFrame &encoded);
+    bool takeFrame(EncodedFrame *encoded);
     void clearFrames();
 
     void deliverFrames();
-    void deliver(const QFLEncodedVideoFrame &frame);
+    void deliver(const EncodedFrame &encoded);
+    bool isFlushed(const EncodedFrame &encoded) const;
     void handleMissingKeyFrame();
-    void sendKeyFrameRequest();
+    void sendKeyFrameRequest(GstClockTime after = GST_CLOCK_TIME_NONE);
     void finishDrain();
 
     Pipeline m_pipeline;
@@ -68,7 +76,7 @@ private:
     std::unique_ptr<EncoderElement> m_encoder;
 
     QMutex m_mutex;
-    QVector<QFLEncodedVideoFrame> m_frames;
+    QVector<EncodedFrame> m_frames;
     bool m_deliveryPosted = false;
 
     std::vector<std::future<void>> m_takeDowns;
@@ -78,6 +86,7 @@ private:
     bool m_keyFrameRequested = false;
     int m_framesSinceRequest = 0;
     bool m_dropsUntilKeyFrame = false;
+    GstClockTime m_flushedUntil = GST_CLOCK_TIME_NONE;
 };
 
 #endif

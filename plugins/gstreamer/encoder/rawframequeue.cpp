@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr qint64 longestGap = 10 * G_USEC_PER_SEC;
+constexpr qint64 longestGap = qint64(10) * G_USEC_PER_SEC;
 constexpr std::size_t rememberedTimes = 16;
 
 GstAppSrc *appSource(const GstElementPointer &source)
@@ -135,8 +135,11 @@ bool RawFrameQueue::append(const QVideoFrame &frame, QString *errorText)
     return true;
 }
 
-/*! Drops the frames that the pipeline hasn't taken yet. */
-void RawFrameQueue::clear()
+/*!
+    Drops the frames that the pipeline hasn't taken yet. Returns the running time of the frame that
+    was accepted last, GST_CLOCK_TIME_NONE when there was none in this run.
+*/
+GstClockTime RawFrameQueue::clear()
 {
     std::deque<GstBufferPointer> dropped;
     QMutexLocker locker(&m_mutex);
@@ -145,7 +148,9 @@ void RawFrameQueue::clear()
     for (const GstBufferPointer &buffer : dropped)
         m_timestamps.remove(GST_BUFFER_PTS(buffer.get()));
     m_tally->dropped += dropped.size();
+    const GstClockTime last = m_lastPresentationTime;
     reportFall(before, &locker);
+    return last;
 }
 
 /*! Refuses frames and ends the stream after those that are already here. */

@@ -36,7 +36,7 @@ public:
     void close();
 
     bool append(const QVideoFrame &frame, QString *errorText);
-    void clear();
+    GstClockTime clear();
     void finish();
 
     int pending();
