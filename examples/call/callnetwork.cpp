@@ -61,7 +61,7 @@ CallNetwork::~CallNetwork() = default;
 /*! Binds the sockets and starts to receive. To be called once. */
 CallError CallNetwork::open(const RtpPayload &payload)
 {
-    const CallError error = m_settings.isLoopback() ? openLoopback(payload) : openPeer(payload);
+    CallError error = m_settings.isLoopback() ? openLoopback(payload) : openPeer(payload);
     if (error.code != CallError::NoError)
         return error;
     RtpTransport *incoming = m_settings.isLoopback() ? &m_farEnd : &m_transport;
@@ -123,7 +123,7 @@ CallError CallNetwork::openPeer(const RtpPayload &payload)
     if (local.host.isEmpty())
         return networkError(tr("cannot reach %1: %2").arg(m_settings.peer.toString(), text));
     RtpSocketPair sockets;
-    const CallError error = bindSockets(local, &sockets);
+    CallError error = bindSockets(local, &sockets);
     if (error.code != CallError::NoError)
         return error;
     if (!m_transport.open(payload, sockets, peer, RtpTransport::ForeignClock, &text))

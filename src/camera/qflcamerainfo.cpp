@@ -203,7 +203,7 @@ QDebug operator<<(QDebug debug, const QFLCameraInfo &camera)
     // One replacement after the other: a device name may contain a place marker itself.
     debug.maybeSpace() << QStringLiteral(
                                   "QFLCameraInfo(deviceName=%1, position=%2, orientation=%3)")
-                                  .arg(camera.deviceName())
+                                  .arg(camera.deviceName()) // clazy:exclude=qstring-arg
                                   .arg(QString::fromLatin1(positionKey(camera.position())))
                                   .arg(camera.orientation());
     return debug.space();
