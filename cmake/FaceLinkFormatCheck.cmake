@@ -8,11 +8,8 @@ if(NOT CLANG_FORMAT)
     return()
 endif()
 
-file(GLOB_RECURSE formatted_sources CONFIGURE_DEPENDS
-    ${PROJECT_SOURCE_DIR}/benchmarks/*.cpp
-    ${PROJECT_SOURCE_DIR}/examples/*.cpp ${PROJECT_SOURCE_DIR}/examples/*.h
-    ${PROJECT_SOURCE_DIR}/include/*.h
-    ${PROJECT_SOURCE_DIR}/plugins/*.cpp ${PROJECT_SOURCE_DIR}/plugins/*.h
-    ${PROJECT_SOURCE_DIR}/src/*.cpp ${PROJECT_SOURCE_DIR}/src/*.h
-    ${PROJECT_SOURCE_DIR}/tests/*.cpp ${PROJECT_SOURCE_DIR}/tests/*.h)
+foreach(folder benchmarks examples include plugins src tests tools)
+    list(APPEND patterns ${PROJECT_SOURCE_DIR}/${folder}/*.cpp ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+endforeach()
+file(GLOB_RECURSE formatted_sources CONFIGURE_DEPENDS ${patterns})
 add_test(NAME format COMMAND ${CLANG_FORMAT} --dry-run --Werror ${formatted_sources})
