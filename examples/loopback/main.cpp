@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // A call of the program with itself: the camera beside its encoded and decoded pictures.
 
-//! [loopback]
 #include <qflcamera.h>
 #include <qfldecoder.h>
 #include <qflencoder.h>
@@ -48,4 +47,3 @@ int main(int argc, char *argv[])
 
     return QApplication::exec();
 }
-//! [loopback]

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The camera in a window.
 
-//! [viewfinder]
 #include <qflcamera.h>
 
 #include <QtCore/qdebug.h>
@@ -25,4 +24,3 @@ int main(int argc, char *argv[])
 
     return QApplication::exec();
 }
-//! [viewfinder]
