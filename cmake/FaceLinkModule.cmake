@@ -34,10 +34,15 @@ ecm_generate_headers(forwarding_headers
         QFLEncoder
         QFLEncoderVideoSurface
         QFLMediaServiceCodecInfoInterface
-        QFLMediaServiceProvider
         QFLRawVideoSourceControl
         QFLSink
         QFLSource
+    COMMON_HEADER QtFaceLink
+    RELATIVE ../include
+    OUTPUT_DIR ${PROJECT_BINARY_DIR}/include/QtFaceLink)
+# It takes Qt's private headers, so the header of the whole module leaves it out.
+ecm_generate_headers(forwarding_headers
+    HEADER_NAMES QFLMediaServiceProvider
     RELATIVE ../include
     OUTPUT_DIR ${PROJECT_BINARY_DIR}/include/QtFaceLink)
 

@@ -4,6 +4,7 @@
 
 #include <QFLEncoder>
 #include <QtFaceLink/QFLCodecInfo>
+#include <QtFaceLink/QtFaceLink>
 #include <qflcamera.h>
 
 #include <QCoreApplication>
