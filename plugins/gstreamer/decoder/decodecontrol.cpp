@@ -193,9 +193,11 @@ void DecodeControl::stop()
     m_isDraining = false;
     if (!isLoading && !setStatus(QFLDecoder::StoppingStatus))
         return;
+    const QFLDecoder::Status stopping = m_status;
     const QPointer<DecodeControl> self(this);
     m_renderer->stop();
-    if (!self)
+    // The surface may delete the decoder, or start it again.
+    if (!self || m_status != stopping)
         return;
     if (!isLoading && !setStatus(QFLDecoder::LoadedStatus))
         return;

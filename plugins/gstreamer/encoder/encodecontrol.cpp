@@ -9,6 +9,7 @@
 
 #include <QtCore/qpointer.h>
 #include <QtCore/qscopedvaluerollback.h>
+#include <QtCore/qthread.h>
 
 namespace {
 
@@ -33,8 +34,9 @@ QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
     StartingStatus and StoppingStatus on the way; UnavailableStatus when this machine has no encoder
     at all. An error of the pipeline ends the run.
 
-    All signals are emitted in the thread of the control. Only encode() may be called from others.
-    The service may be deleted by whoever receives a frame, a report of an error or endOfStream().
+    All signals are emitted in the thread of the control. status(), start(), encode() and stop() may
+    be called from others too; runs then begin and end in the thread of the control, soon after. The
+    service may be deleted by whoever receives a signal.
 */
 EncodeControl::EncodeControl(QObject *parent) : QFLEncodeControl(parent), m_pipeline(this)
 {
@@ -90,13 +92,23 @@ QVideoEncoderSettings EncodeControl::streamSettings() const
     Begins a run for frames of \a format, ending the present one first. False, after error(), when
     the format or the settings can't be encoded or an element fails. When a hardware element fails,
     now or later, and the application named the codec only, the codec's next element takes over.
+    On another thread the result only says whether there are encoders for the format, and frames are
+    refused until the run has begun.
 */
 bool EncodeControl::start(const QVideoSurfaceFormat &format)
 {
+    // A thread that presents frames must not wait for this one, which may be waiting for it.
+    if (QThread::currentThread() != thread()) {
+        QMetaObject::invokeMethod(
+                this, [this, format] { start(format); }, Qt::QueuedConnection);
+        return m_status != QFLEncoder::UnavailableStatus
+                && supportedPixelFormats().contains(format.pixelFormat());
+    }
+    const QPointer<EncodeControl> self(this);
     stop();
-    // Each report of a status may lead the application to start or stop.
-    const bool isIdle
-            = m_status == QFLEncoder::LoadedStatus || m_status == QFLEncoder::UnavailableStatus;
+    // Each report of a status may lead the application to start, stop or delete the encoder.
+    const bool isIdle = self
+            && (m_status == QFLEncoder::LoadedStatus || m_status == QFLEncoder::UnavailableStatus);
     if (!isIdle)
         return false;
     const int run = ++m_run;
@@ -107,8 +119,7 @@ bool EncodeControl::start(const QVideoSurfaceFormat &format)
         return false;
     }
 
-    setStatus(QFLEncoder::StartingStatus);
-    return run == m_run && startRun(run);
+    return setStatus(QFLEncoder::StartingStatus) && run == m_run && startRun(run);
 }
 
 /*!
@@ -133,6 +144,10 @@ void EncodeControl::flush()
 /*! Ends the run at once, without emitting the frames that are still on their way. */
 void EncodeControl::stop()
 {
+    if (QThread::currentThread() != thread()) {
+        QMetaObject::invokeMethod(this, &EncodeControl::stop, Qt::QueuedConnection);
+        return;
+    }
     if (m_status != QFLEncoder::StartedStatus)
         return;
     endRun();
@@ -216,17 +231,18 @@ void EncodeControl::reportError(QFLEncoder::Error code, const QString &text)
 /*! Once the configuration is known to be possible. False if the application ends the run at once. */
 bool EncodeControl::startRun(int run)
 {
+    // An error of a sink may be reported, and whoever is told may delete the service.
+    const QPointer<EncodeControl> self(this);
     if (!startPipeline()) {
+        const Failure failure = m_failure;
         setStatus(QFLEncoder::LoadedStatus);
-        reportError(m_failure.code, m_failure.text);
+        if (self)
+            reportError(failure.code, failure.text);
         return false;
     }
     m_streamSettings = m_configuration->streamSettings();
     m_sinceLog.start();
-    setStatus(QFLEncoder::StartedStatus);
-    // An error of a sink may be reported, and whoever is told may delete the service.
-    const QPointer<EncodeControl> self(this);
-    if (run != m_run || m_status != QFLEncoder::StartedStatus)
+    if (!setStatus(QFLEncoder::StartedStatus) || run != m_run)
         return false;
     Q_EMIT streamStarted(m_streamSettings);
     return self && run == m_run && m_status == QFLEncoder::StartedStatus;
@@ -251,18 +267,23 @@ bool EncodeControl::fallBack()
     return true;
 }
 
-void EncodeControl::setStatus(QFLEncoder::Status status)
+/*!
+    False if the application has changed the status, or deleted the encoder, in answer to the report
+    of this one.
+*/
+bool EncodeControl::setStatus(QFLEncoder::Status status)
 {
-    if (m_status == status)
-        return;
-    m_status = status;
-    Q_EMIT statusChanged(status);
+    const QPointer<EncodeControl> self(this);
+    if (m_status.exchange(status) != status)
+        Q_EMIT statusChanged(status);
+    return self && m_status == status;
 }
 
 void EncodeControl::endRun()
 {
     const QPointer<EncodeControl> self(this);
-    setStatus(QFLEncoder::StoppingStatus);
+    if (!setStatus(QFLEncoder::StoppingStatus))
+        return;
     m_pipeline.stop();
     logLostFrames();
     m_streamSettings = QVideoEncoderSettings();

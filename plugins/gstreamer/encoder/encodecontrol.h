@@ -56,7 +56,7 @@ private:
     bool startRun(int run);
     bool startPipeline();
     bool fallBack();
-    void setStatus(QFLEncoder::Status status);
+    bool setStatus(QFLEncoder::Status status);
     void endRun();
     void handlePipelineError(Pipeline::ErrorKind kind, const QString &text);
     void handleDrained();
@@ -79,7 +79,7 @@ private:
     bool m_isDraining = false;
     QElapsedTimer m_sinceLog;
     quint64 m_loggedLosses = 0;
-    QFLEncoder::Status m_status = QFLEncoder::UnavailableStatus;
+    std::atomic<QFLEncoder::Status> m_status = QFLEncoder::UnavailableStatus;
     std::atomic<int> m_run = 0;
 };
 

@@ -259,6 +259,23 @@ private Q_SLOTS:
         QCOMPARE(decoding.errors.count(), 0);
     }
 
+    // The newest request holds, also one that is made while the surface is being stopped.
+    void startedWhileStopping()
+    {
+        Decoding decoding;
+        QVERIFY(decoding.start("H264"));
+        QVERIFY(decoding.decode(m_h264.first(), 1));
+        QVERIFY(waitFor([&] { return decoding.surface.times().contains(1); }));
+        connect(&decoding.surface, &QAbstractVideoSurface::activeChanged, this, [&](bool isActive) {
+            decoding.surface.disconnect(this);
+            QVERIFY(!isActive && decoding.start("H264"));
+        });
+        decoding.control->stop();
+        QCOMPARE(decoding.control->status(), QFLDecoder::StartedStatus);
+        QVERIFY(decoding.decode(m_h264.first(), 2));
+        QVERIFY(waitFor([&] { return decoding.surface.times().contains(2); }));
+    }
+
     void surfaces_data()
     {
         QTest::addColumn<QVideoFrame::PixelFormat>("format");

@@ -196,6 +196,44 @@ private Q_SLOTS:
         QVERIFY(before <= time && time <= quint64(g_get_monotonic_time()));
     }
 
+    // A camera may do all this on a thread of its own, which waits for nothing.
+    void runsOfAnotherThread()
+    {
+        QVector<Status> statuses;
+        connect(m_control, &QFLEncodeControl::statusChanged, this,
+                [&](Status status) { statuses.append(status); });
+        std::thread camera([this] {
+            for (int run = 0; run < 5; ++run) {
+                m_control->start(surfaceFormat());
+                for (int tries = 0; tries < 1000 && !m_control->encode(makeFrame(run)); ++tries)
+                    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                m_control->stop();
+            }
+        });
+        const bool haveRun = QTest::qWaitFor([&] { return statuses.size() == 20; }, 20000);
+        camera.join();
+        QVERIFY2(haveRun, qPrintable(QString::number(statuses.size())));
+        QVERIFY(statuses.endsWith(Status::LoadedStatus));
+        QVERIFY(m_errors->isEmpty());
+    }
+
+    void deletedWhenTheStatusChanges()
+    {
+        for (const Status last : {Status::StartingStatus, Status::StartedStatus,
+                                  Status::StoppingStatus, Status::LoadedStatus}) {
+            init();
+            connect(m_control, &QFLEncodeControl::statusChanged, this, [=](Status status) {
+                if (status == last)
+                    m_service.reset();
+            });
+            QCOMPARE(m_control->start(surfaceFormat()),
+                     last != Status::StartingStatus && last != Status::StartedStatus);
+            if (m_service)
+                m_control->stop();
+            QVERIFY(!m_service);
+        }
+    }
+
     void lifeOfARun()
     {
         QVector<Status> statuses;
