@@ -28,8 +28,10 @@ package_check_packages=(
 consumer_packages=(
     cmake g++ make ninja-build pkg-config qtbase5-private-dev
 )
+# Those that run here; what is built with is fetched for Arm.
 arm64_packages=(
-    binutils g++-aarch64-linux-gnu qemu-user
+    binutils cmake extra-cmake-modules g++-aarch64-linux-gnu ninja-build qemu-user
+    qt5-qmake-bin qtbase5-dev-tools qttools5-dev-tools
 )
 quality_packages=(
     abigail-tools clang-tidy clazy codespell git reuse
