@@ -9,6 +9,7 @@
 
 #include <QtMultimedia/qmediaserviceproviderplugin.h>
 
+//! [class]
 class MinimalPlugin : public QMediaServiceProviderPlugin,
                       public QMediaServiceSupportedDevicesInterface,
                       public QFLMediaServiceCodecInfoInterface
@@ -29,5 +30,6 @@ public:
     bool isHardwareAccelerated(const QByteArray &codecId) override;
     int maxInstances(const QByteArray &codecId) override;
 };
+//! [class]
 
 #endif

@@ -471,7 +471,7 @@ QFLCamera::QFLCamera(QCamera::Position position, QObject *parent)
 
 /*!
     Deletes the exposure and focus objects and gives the service back, which ends the taking of
-    pictures. The surface is taken off the backend, and encoders that are bound forget the camera.
+    pictures and the use of the surface. Encoders that are bound forget the camera.
 */
 QFLCamera::~QFLCamera()
 {

@@ -268,8 +268,7 @@ QFLDecoder::QFLDecoder(QFLDecoderPrivate &dd, QObject *parent)
 }
 
 /*!
-    Stops a started decoder, unbinds it and gives the service back. The surface is taken off the
-    backend.
+    Stops a started decoder, unbinds it and gives the service back, which ends the use of the surface.
 */
 QFLDecoder::~QFLDecoder()
 {

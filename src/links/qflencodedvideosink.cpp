@@ -71,8 +71,9 @@ bool QFLEncodedVideoSink::start(const QVideoEncoderSettings &settings)
 }
 
 /*!
-    Finishes what the sink still holds of the stream, after the last frame. The sink stays started:
-    stop() follows, or another key frame. Does nothing here.
+    Finishes what the sink still holds of the stream, after the last frame. The sink stays started
+    until stop(). Frames that follow are those of another stream, for which the sink is stopped and
+    started again. Does nothing here.
 */
 void QFLEncodedVideoSink::drain() { }
 

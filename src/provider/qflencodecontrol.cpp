@@ -52,7 +52,8 @@
     QFLEncoder::start() and, with the format in which a bound backend renders, by
     QFLEncoderVideoSurface::start(). A run that is under way ends first.
 
-    Leaves a run that takes frames, in StartingStatus or StartedStatus, and returns true. If
+    Leaves a run that takes frames, in StartingStatus or StartedStatus, and returns true; called on
+    another thread than the control's, it may return before the run begins. If
     encoding can't start it leaves no run, reports why by error() and returns false.
 */
 
@@ -76,7 +77,8 @@
     \fn void QFLEncodeControl::stop()
 
     Ends encoding at once and leaves a status from which start() is possible. No frame is handed out
-    after it has returned, and the sinks are stopped. Called by QFLEncoder::stop() and
+    after it has returned, and the sinks are stopped; called on another thread than the control's, it
+    may return before that. Called by QFLEncoder::stop() and
     QFLEncoderVideoSurface::stop(), also without a start() before; does nothing outside a run.
 */
 
