@@ -6,6 +6,10 @@
 
 #include "minimalrenderercontrol.h"
 
+#include <QtCore/qpointer.h>
+
+#include <utility>
+
 namespace {
 
 // About a second: a burst after a pause of the network fits.
@@ -17,12 +21,15 @@ const int maximumWaiting = 30;
     \class MinimalDecodeControl
 
     The decoder calls from its own thread, in which the control lives, so nothing here is locked.
-    Frames are decoded one event later, since decode() may not wait for that.
+    Frames are decoded one event later, since decode() may not wait for that. Each signal and each
+    call to the surface may lead to any call here, or to the control's end. So each is followed by a
+    look at the run's number, which start(), flush() and stop() change: the newest request counts.
 */
 
 MinimalDecodeControl::MinimalDecodeControl(MinimalRendererControl *renderer, QObject *parent)
     : QFLDecodeControl(parent), m_renderer(renderer)
 {
+    connect(renderer, &MinimalRendererControl::failed, this, &MinimalDecodeControl::error);
 }
 
 QStringList MinimalDecodeControl::supportedCodecs(bool hardwareOnly) const
@@ -38,19 +45,16 @@ bool MinimalDecodeControl::isFormatSupported(const QVideoEncoderSettings &settin
 
 bool MinimalDecodeControl::start(const QVideoEncoderSettings &settings)
 {
-    stop();
+    if (!endRun())
+        return false;
     if (!isFormatSupported(settings)) {
         Q_EMIT error(QFLDecoder::FormatError,
                      tr("The codec \"%1\" is unknown").arg(settings.codec()));
         return false;
     }
-    const int run = ++m_run;
     m_settings = settings;
     m_outputFormat = QVideoSurfaceFormat();
-    m_isDraining = false;
-    awaitKeyFrame();
-    setStatus(QFLDecoder::StartedStatus);
-    return run == m_run;
+    return setStatus(QFLDecoder::StartedStatus);
 }
 
 QVideoEncoderSettings MinimalDecodeControl::videoSettings() const
@@ -97,6 +101,7 @@ void MinimalDecodeControl::flush()
 {
     if (m_status == QFLDecoder::LoadedStatus)
         return;
+    ++m_run;
     m_isDraining = false;
     awaitKeyFrame();
     setStatus(QFLDecoder::StartedStatus);
@@ -104,13 +109,7 @@ void MinimalDecodeControl::flush()
 
 void MinimalDecodeControl::stop()
 {
-    if (m_status == QFLDecoder::LoadedStatus)
-        return;
-    ++m_run;
-    m_queue.clear();
-    m_settings = QVideoEncoderSettings();
-    m_renderer->stop();
-    setStatus(QFLDecoder::LoadedStatus);
+    endRun();
 }
 
 QFLDecoder::Status MinimalDecodeControl::status() const
@@ -118,12 +117,27 @@ QFLDecoder::Status MinimalDecodeControl::status() const
     return m_status;
 }
 
-void MinimalDecodeControl::setStatus(QFLDecoder::Status status)
+/*! False if something else has been asked for meanwhile, or the control has been deleted. */
+bool MinimalDecodeControl::endRun()
 {
-    if (m_status == status)
-        return;
-    m_status = status;
-    Q_EMIT statusChanged(status);
+    const QPointer<MinimalDecodeControl> self(this);
+    const int run = ++m_run;
+    m_settings = QVideoEncoderSettings();
+    m_isDraining = false;
+    awaitKeyFrame();
+    setStatus(QFLDecoder::LoadedStatus);
+    if (self && run == m_run)
+        m_renderer->stop();
+    return self && run == m_run;
+}
+
+/*! False if the status is already another one, or the control has been deleted. */
+bool MinimalDecodeControl::setStatus(QFLDecoder::Status status)
+{
+    const QPointer<MinimalDecodeControl> self(this);
+    if (std::exchange(m_status, status) != status)
+        Q_EMIT statusChanged(status);
+    return self && m_status == status;
 }
 
 /*! Without the frames that wait, which are of no use any more. */
@@ -151,14 +165,15 @@ void MinimalDecodeControl::decodeNext(int run)
 
 void MinimalDecodeControl::show(const QVideoFrame &picture)
 {
+    const QPointer<MinimalDecodeControl> self(this);
     const int run = m_run;
     const QVideoSurfaceFormat format(picture.size(), picture.pixelFormat());
     if (format != m_outputFormat) {
         m_outputFormat = format;
         Q_EMIT outputFormatChanged(format);
     }
-    if (run == m_run && !m_renderer->present(picture, format))
-        Q_EMIT error(QFLDecoder::FormatError, tr("The surface doesn't take the pictures"));
+    if (self && run == m_run && m_renderer->start(format) && run == m_run)
+        m_renderer->present(picture);
 }
 //! [decodeNext]
 
@@ -167,7 +182,6 @@ void MinimalDecodeControl::finishDraining(int run)
     if (run != m_run || !m_isDraining)
         return;
     m_isDraining = false;
-    setStatus(QFLDecoder::EndOfStreamStatus);
-    if (m_status == QFLDecoder::EndOfStreamStatus)
+    if (setStatus(QFLDecoder::EndOfStreamStatus))
         Q_EMIT endOfStream();
 }

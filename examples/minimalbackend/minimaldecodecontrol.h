@@ -35,7 +35,8 @@ public:
     QFLDecoder::Status status() const override;
 
 private:
-    void setStatus(QFLDecoder::Status status);
+    bool endRun();
+    bool setStatus(QFLDecoder::Status status);
     void awaitKeyFrame();
     void decodeNext(int run);
     void show(const QVideoFrame &picture);

@@ -4,10 +4,17 @@
 
 #include "minimalencodecontrol.h"
 
+#include <QtCore/qpointer.h>
+
+#include <utility>
+
 namespace {
 
 // Frames that wait make the picture late.
 const int maximumWaiting = 2;
+
+// Of surfaces that don't say: sinks are promised one.
+const qreal usualFrameRate = 30;
 
 } // namespace
 
@@ -18,6 +25,9 @@ const int maximumWaiting = 2;
     own thread share is behind the mutex, which is never held while anybody else is called. The work
     is done, and the sinks are called, in the control's thread, by events that carry the number of
     the run that they belong to: one of a run that has ended finds another number and does nothing.
+
+    Each signal may lead to any call here, or to the control's end. Whatever follows on one looks at
+    the number as well, so that the newest request counts.
 */
 
 MinimalEncodeControl::MinimalEncodeControl(QObject *parent) : QFLEncodeControl(parent) { }
@@ -60,40 +70,54 @@ QVideoEncoderSettings MinimalEncodeControl::streamSettings() const
 //! [start]
 bool MinimalEncodeControl::start(const QVideoSurfaceFormat &format)
 {
-    stop();
+    const QPointer<MinimalEncodeControl> self(this);
+    const int run = endRun();
+    if (!self)
+        return false;
     const QString errorText = startError(format);
     if (!errorText.isEmpty()) {
         Q_EMIT error(QFLEncoder::FormatError, errorText);
         return false;
     }
-    int run = 0;
     {
         const QMutexLocker locker(&m_mutex);
-        run = ++m_run;
+        if (run != m_run)
+            return false;
         m_format = format;
         m_isStarted = true;
         m_isDraining = false;
         m_needsKeyFrame = true;
     }
     Q_EMIT statusChanged(QFLEncoder::StartedStatus);
-    QMetaObject::invokeMethod(this, [this, run] { beginStream(run); });
-    return isRun(run);
+    if (self)
+        QMetaObject::invokeMethod(this, [this, run] { beginStream(run); });
+    return self && isRun(run);
 }
 //! [start]
 
 //! [stop]
 void MinimalEncodeControl::stop()
 {
+    endRun();
+}
+
+/*! The number of the run that may begin now. */
+int MinimalEncodeControl::endRun()
+{
+    const QPointer<MinimalEncodeControl> self(this);
+    int run = 0;
+    bool wasStarted = false;
     {
         const QMutexLocker locker(&m_mutex);
-        if (!m_isStarted)
-            return;
-        ++m_run;
-        m_isStarted = false;
+        run = ++m_run;
+        wasStarted = std::exchange(m_isStarted, false);
         m_queue.clear();
     }
-    QMetaObject::invokeMethod(this, [this] { endStream(); });
-    Q_EMIT statusChanged(QFLEncoder::LoadedStatus);
+    if (wasStarted)
+        Q_EMIT statusChanged(QFLEncoder::LoadedStatus);
+    if (self)
+        QMetaObject::invokeMethod(this, [this, run] { endStream(run); });
+    return run;
 }
 //! [stop]
 
@@ -141,7 +165,15 @@ void MinimalEncodeControl::encodeNext(int run)
     QFLEncodedVideoFrame::MetaData meta;
     meta.type = asKeyFrame ? QFLEncodedVideoFrame::Type_Key : QFLEncodedVideoFrame::Type_Intra;
     meta.timestamp = quint64(qMax<qint64>(0, frame.startTime()));
-    Q_EMIT encodedVideoFrame(QFLEncodedVideoFrame(data, meta));
+    handOut(QFLEncodedVideoFrame(data, meta), run);
+}
+
+void MinimalEncodeControl::handOut(const QFLEncodedVideoFrame &frame, int run)
+{
+    const QPointer<MinimalEncodeControl> self(this);
+    Q_EMIT streamedFrame(frame);
+    if (self && isRun(run))
+        Q_EMIT encodedVideoFrame(frame);
 }
 //! [encodeNext]
 
@@ -167,8 +199,9 @@ void MinimalEncodeControl::finishDraining(int run)
         m_isDraining = false;
         m_needsKeyFrame = true;
     }
+    const QPointer<MinimalEncodeControl> self(this);
     Q_EMIT streamDrained();
-    if (isRun(run))
+    if (self && isRun(run))
         Q_EMIT endOfStream();
 }
 //! [drain]
@@ -217,13 +250,16 @@ void MinimalEncodeControl::beginStream(int run)
         m_streamSettings = m_settings;
         m_streamSettings.setCodec(QString::fromLatin1(RunLengthCodec::name));
         m_streamSettings.setResolution(m_format.frameSize());
-        m_streamSettings.setFrameRate(m_format.frameRate());
+        const qreal frameRate = m_format.frameRate();
+        m_streamSettings.setFrameRate(frameRate > 0 ? frameRate : usualFrameRate);
     }
-    Q_EMIT streamStarted(m_streamSettings);
+    Q_EMIT streamStarted();
 }
 
-void MinimalEncodeControl::endStream()
+void MinimalEncodeControl::endStream(int run)
 {
+    if (!isRun(run))
+        return;
     m_streamSettings = QVideoEncoderSettings();
     Q_EMIT streamStopped();
 }

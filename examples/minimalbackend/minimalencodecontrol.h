@@ -37,16 +37,19 @@ public:
     void requestKeyFrame();
 
 Q_SIGNALS:
-    void streamStarted(const QVideoEncoderSettings &settings);
+    void streamStarted();
+    void streamedFrame(const QFLEncodedVideoFrame &frame);
     void streamDrained();
     void streamStopped();
 
 private:
     QString startError(const QVideoSurfaceFormat &format) const;
     bool isRun(int run) const;
+    int endRun();
     void beginStream(int run);
-    void endStream();
+    void endStream(int run);
     void encodeNext(int run);
+    void handOut(const QFLEncodedVideoFrame &frame, int run);
     void finishDraining(int run);
 
     mutable QMutex m_mutex;

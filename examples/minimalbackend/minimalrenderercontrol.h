@@ -5,10 +5,14 @@
 #ifndef MINIMALRENDERERCONTROL_H
 #define MINIMALRENDERERCONTROL_H
 
+#include <qfldecoder.h>
+
 #include <QtCore/qpointer.h>
 #include <QtMultimedia/qabstractvideosurface.h>
 #include <QtMultimedia/qvideorenderercontrol.h>
 #include <QtMultimedia/qvideosurfaceformat.h>
+
+#include <functional>
 
 class MinimalRendererControl : public QVideoRendererControl
 {
@@ -20,12 +24,22 @@ public:
     QAbstractVideoSurface *surface() const override;
     void setSurface(QAbstractVideoSurface *surface) override;
 
-    bool present(const QVideoFrame &picture, const QVideoSurfaceFormat &format);
+    bool start(const QVideoSurfaceFormat &format);
+    void present(const QVideoFrame &picture);
     void stop();
 
+Q_SIGNALS:
+    void failed(QFLDecoder::Error error, const QString &text);
+
 private:
+    std::function<bool()> watch() const;
+    void leave(QAbstractVideoSurface *surface);
+    void fail(QFLDecoder::Error error, const QString &text);
+
     QPointer<QAbstractVideoSurface> m_surface;
     QVideoSurfaceFormat m_format;
+    int m_run = 0;
+    bool m_hasFailed = false;
 };
 
 #endif

@@ -8,11 +8,14 @@
 
 #include <qflencodedvideosink.h>
 
+#include <QtCore/qpointer.h>
+
 /*!
     \class MinimalSourceControl
 
-    Lives in the thread of \a encodeControl, whose stream signals are emitted there. A sink may be
-    removed from within any call to a sink, so its state is looked up anew after each.
+    Lives in the thread of \a encodeControl, whose stream signals are emitted there. From within any
+    call to a sink, sinks may be removed, and the encoder be stopped, started anew or deleted. What
+    follows on a call asks watch() first, and looks the sink's state up anew.
 */
 
 //! [connect]
@@ -25,7 +28,7 @@ MinimalSourceControl::MinimalSourceControl(MinimalEncodeControl *encodeControl, 
             &MinimalSourceControl::drainSinks);
     connect(encodeControl, &MinimalEncodeControl::streamStopped, this,
             &MinimalSourceControl::stopSinks);
-    connect(encodeControl, &MinimalEncodeControl::encodedVideoFrame, this,
+    connect(encodeControl, &MinimalEncodeControl::streamedFrame, this,
             &MinimalSourceControl::deliver);
 }
 //! [connect]
@@ -40,10 +43,11 @@ bool MinimalSourceControl::addSink(QFLSink *sink)
     const bool isStreaming = !m_encodeControl->streamSettings().isNull();
     if (!isStreaming)
         return true;
-    if (!startSink(videoSink)) {
+    const QPointer<MinimalSourceControl> self(this);
+    if (!startSink(videoSink))
         m_states.remove(videoSink);
+    if (!self || !m_states.contains(videoSink))
         return false;
-    }
     m_encodeControl->requestKeyFrame();
     return true;
 }
@@ -65,74 +69,100 @@ bool MinimalSourceControl::isStarted(QFLEncodedVideoSink *sink) const
     return m_states.value(sink, Idle) != Idle;
 }
 
+void MinimalSourceControl::forEachSink(const std::function<void(QFLEncodedVideoSink *)> &call)
+{
+    const QPointer<MinimalSourceControl> self(this);
+    const int stream = m_stream;
+    const QList<QFLEncodedVideoSink *> sinks = m_states.keys();
+    for (QFLEncodedVideoSink *sink : sinks) {
+        if (self && stream == m_stream && m_states.contains(sink))
+            call(sink);
+    }
+}
+
 //! [startSink]
+/*! False if the sink doesn't take the stream, unless that has ended or the sink has gone. */
 bool MinimalSourceControl::startSink(QFLEncodedVideoSink *sink)
 {
+    const auto isLinked = watch(sink);
     const QVideoEncoderSettings settings = m_encodeControl->streamSettings();
-    if (!sink->isFormatSupported(settings) || !sink->start(settings) || !m_states.contains(sink))
-        return false;
+    // Noted first, so that the sink is stopped if it ends the stream while it starts.
     m_states.insert(sink, AwaitsKeyFrame);
-    return true;
+    const bool isTaken = sink->isFormatSupported(settings) && isLinked() && sink->start(settings);
+    if (isTaken || !isLinked())
+        return true;
+    m_states.insert(sink, Idle);
+    return false;
+}
+
+/*! What tells after a call whether the stream goes on and \a sink is still linked. */
+std::function<bool()> MinimalSourceControl::watch(QFLEncodedVideoSink *sink) const
+{
+    const QPointer<const MinimalSourceControl> self(this);
+    return [self, stream = m_stream, sink] {
+        return self && self->m_stream == stream && self->m_states.contains(sink);
+    };
 }
 //! [startSink]
 
+void MinimalSourceControl::startOrReport(QFLEncodedVideoSink *sink)
+{
+    if (!isStarted(sink) && !startSink(sink))
+        Q_EMIT m_encodeControl->error(QFLEncoder::ConsumerError,
+                                      tr("A sink doesn't take the stream"));
+}
+
 void MinimalSourceControl::startSinks()
 {
-    const QList<QFLEncodedVideoSink *> sinks = m_states.keys();
-    for (QFLEncodedVideoSink *sink : sinks) {
-        if (m_states.contains(sink) && !startSink(sink))
-            Q_EMIT m_encodeControl->error(QFLEncoder::ConsumerError,
-                                          tr("A sink doesn't take the stream"));
-    }
+    forEachSink([this](QFLEncodedVideoSink *sink) { startOrReport(sink); });
 }
 
 void MinimalSourceControl::drainSinks()
 {
-    const QList<QFLEncodedVideoSink *> sinks = m_states.keys();
-    for (QFLEncodedVideoSink *sink : sinks) {
+    forEachSink([this](QFLEncodedVideoSink *sink) {
         if (!isStarted(sink))
-            continue;
+            return;
         m_states.insert(sink, Drained);
         sink->drain();
-    }
+    });
 }
 
 void MinimalSourceControl::stopSinks()
 {
-    const QList<QFLEncodedVideoSink *> sinks = m_states.keys();
-    for (QFLEncodedVideoSink *sink : sinks) {
+    ++m_stream;
+    forEachSink([this](QFLEncodedVideoSink *sink) {
         if (!isStarted(sink))
-            continue;
+            return;
         m_states.insert(sink, Idle);
         sink->stop();
-    }
+    });
 }
 
 void MinimalSourceControl::deliver(const QFLEncodedVideoFrame &frame)
 {
-    const QList<QFLEncodedVideoSink *> sinks = m_states.keys();
-    for (QFLEncodedVideoSink *sink : sinks)
-        deliverTo(sink, frame);
+    forEachSink([this, &frame](QFLEncodedVideoSink *sink) { deliverTo(sink, frame); });
 }
 
 //! [gate]
 void MinimalSourceControl::deliverTo(QFLEncodedVideoSink *sink, const QFLEncodedVideoFrame &frame)
 {
+    const auto isLinked = watch(sink);
     const bool isKeyFrame = frame.meta().type == QFLEncodedVideoFrame::Type_Key;
     // What follows on a drained stream is another stream.
-    if (isKeyFrame && m_states.value(sink, Idle) == Drained) {
+    if (isKeyFrame && m_states.value(sink) == Drained) {
         m_states.insert(sink, Idle);
         sink->stop();
-        if (m_states.contains(sink))
-            startSink(sink);
+        if (isLinked())
+            startOrReport(sink);
     }
-    if (isKeyFrame && m_states.value(sink, Idle) == AwaitsKeyFrame)
+    if (!isLinked())
+        return;
+    if (isKeyFrame && m_states.value(sink) == AwaitsKeyFrame)
         m_states.insert(sink, Receives);
-    if (m_states.value(sink, Idle) != Receives || sink->encodedVideoFrame(frame))
+    if (m_states.value(sink) != Receives || sink->encodedVideoFrame(frame) || !isLinked())
         return;
 
-    if (m_states.value(sink, Idle) == Receives)
-        m_states.insert(sink, AwaitsKeyFrame);
+    m_states.insert(sink, AwaitsKeyFrame);
     m_encodeControl->requestKeyFrame();
 }
 //! [gate]

@@ -10,6 +10,8 @@
 #include <QtCore/qmap.h>
 #include <QtMultimedia/qmediaencodersettings.h>
 
+#include <functional>
+
 class MinimalEncodeControl;
 class QFLEncodedVideoFrame;
 class QFLEncodedVideoSink;
@@ -28,7 +30,10 @@ private:
     enum SinkState { Idle, AwaitsKeyFrame, Receives, Drained };
 
     bool isStarted(QFLEncodedVideoSink *sink) const;
+    std::function<bool()> watch(QFLEncodedVideoSink *sink) const;
+    void forEachSink(const std::function<void(QFLEncodedVideoSink *)> &call);
     bool startSink(QFLEncodedVideoSink *sink);
+    void startOrReport(QFLEncodedVideoSink *sink);
     void startSinks();
     void drainSinks();
     void stopSinks();
@@ -37,6 +42,7 @@ private:
 
     MinimalEncodeControl *m_encodeControl;
     QMap<QFLEncodedVideoSink *, SinkState> m_states;
+    int m_stream = 0;
 };
 
 #endif
