@@ -9,8 +9,10 @@
 #include "videoformat.h"
 #include "videoframe.h"
 
+#include <QtCore/qsemaphore.h>
 #include <QtMultimedia/qvideoencodersettingscontrol.h>
 
+#include <atomic>
 #include <thread>
 
 using Status = QFLEncoder::Status;
@@ -200,17 +202,23 @@ private Q_SLOTS:
     void runsOfAnotherThread()
     {
         QSignalSpy statuses(m_control, &QFLEncodeControl::statusChanged);
-        std::thread camera([this] {
+        QSemaphore begun;
+        connect(m_control, &QFLEncodeControl::statusChanged, this, [&](Status status) {
+            if (status == Status::StartedStatus)
+                begun.release();
+        });
+        std::atomic<int> accepted = 0;
+        std::thread camera([&] {
             for (int run = 0; run < 5; ++run) {
                 m_control->start(surfaceFormat());
-                for (int tries = 0; tries < 1000 && !m_control->encode(makeFrame(run)); ++tries)
-                    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                accepted += begun.tryAcquire(1, 5000) && m_control->encode(makeFrame(run));
                 m_control->stop();
             }
         });
-        const bool haveRun = QTest::qWaitFor([&] { return statuses.count() == 20; }, 20000);
+        const bool haveRun = QTest::qWaitFor([&] { return statuses.count() == 20; }, 30000);
         camera.join();
         QVERIFY(haveRun && m_control->status() == Status::LoadedStatus && m_errors->isEmpty());
+        QCOMPARE(accepted, 5);
     }
 
     void deletedWhenTheStatusChanges()
