@@ -36,6 +36,7 @@ ecm_generate_headers(forwarding_headers
         QFLMediaServiceCodecInfoInterface
         QFLRawVideoSourceControl
         QFLSink
+        QFLSinkPointer
         QFLSource
     COMMON_HEADER QtFaceLink
     RELATIVE ../include

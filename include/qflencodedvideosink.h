@@ -18,6 +18,8 @@ public:
     QFLEncodedVideoSink();
     ~QFLEncodedVideoSink() override;
 
+    static QFLEncodedVideoSink *fromSink(QFLSink *sink);
+
     QVideoEncoderSettings videoEncoderSettings() const;
 
     virtual bool isFormatSupported(const QVideoEncoderSettings &settings) const = 0;

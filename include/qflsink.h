@@ -43,6 +43,8 @@ protected:
 
 private:
     Q_DISABLE_COPY(QFLSink)
+    friend class QFLEncodedVideoSink;
+    friend class QFLSinkPointer;
 
     QScopedPointer<QFLSinkPrivate> d_ptr;
 };

@@ -9,6 +9,10 @@
 
 #include "qflsink.h"
 
+#include <QtCore/qsharedpointer.h>
+
+class QFLEncodedVideoSink;
+
 class QFLSinkPrivate
 {
 public:
@@ -18,6 +22,11 @@ public:
     QFLSource *source = nullptr;
     QFLSink::Error error = QFLSink::NoError;
     bool active = false;
+
+    // What QFLSinkPointer watches; it owns nothing.
+    QSharedPointer<QFLSink> self;
+    QFLEncodedVideoSink *videoSink = nullptr;
+    int linkCount = 0;
 
 private:
     Q_DISABLE_COPY(QFLSinkPrivate)

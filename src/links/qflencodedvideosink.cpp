@@ -5,6 +5,8 @@
 #include "qflencodedvideosink.h"
 #include "qflencodedvideosink_p.h"
 
+#include "qflsink_p.h"
+
 /*!
     \class QFLEncodedVideoSink qflencodedvideosink.h
     \brief The base of the sinks that receive encoded video frames.
@@ -38,17 +40,31 @@
 /*!
     Makes a sink that is unlinked, without stream and inactive.
 */
-QFLEncodedVideoSink::QFLEncodedVideoSink() : d_ptr(new QFLEncodedVideoSinkPrivate) { }
+QFLEncodedVideoSink::QFLEncodedVideoSink()
+    : QFLEncodedVideoSink(*new QFLEncodedVideoSinkPrivate) { }
 
 /*!
     Makes a sink with the record \a dd, which it owns from then on.
 */
-QFLEncodedVideoSink::QFLEncodedVideoSink(QFLEncodedVideoSinkPrivate &dd) : d_ptr(&dd) { }
+QFLEncodedVideoSink::QFLEncodedVideoSink(QFLEncodedVideoSinkPrivate &dd) : d_ptr(&dd)
+{
+    QFLSink::d_ptr->videoSink = this;
+}
 
 /*!
     Calls nobody: the sink must have been unlinked before.
 */
 QFLEncodedVideoSink::~QFLEncodedVideoSink() = default;
+
+/*!
+    Returns \a sink as what it is if it receives encoded video frames, null if it doesn't or is null.
+    Unlike a cast of the language this works for sinks that are built without run-time type
+    information; sources use it in QFLSource::addSink().
+*/
+QFLEncodedVideoSink *QFLEncodedVideoSink::fromSink(QFLSink *sink)
+{
+    return sink ? sink->d_ptr->videoSink : nullptr;
+}
 
 /*!
     Returns the settings of the stream being received, default-constructed outside a stream.

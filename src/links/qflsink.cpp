@@ -5,6 +5,7 @@
 #include "qflsink.h"
 #include "qflsink_p.h"
 
+#include "qflsinkpointer.h"
 #include "qflsource.h"
 
 /*!
@@ -38,12 +39,15 @@
 /*!
     Makes a sink that is unlinked and inactive, without error.
 */
-QFLSink::QFLSink() : d_ptr(new QFLSinkPrivate) { }
+QFLSink::QFLSink() : QFLSink(*new QFLSinkPrivate) { }
 
 /*!
     Makes a sink with the record \a dd, which it owns from then on.
 */
-QFLSink::QFLSink(QFLSinkPrivate &dd) : d_ptr(&dd) { }
+QFLSink::QFLSink(QFLSinkPrivate &dd) : d_ptr(&dd)
+{
+    d_ptr->self = QSharedPointer<QFLSink>(this, [](QFLSink *) {});
+}
 
 /*!
     Calls nobody: the sink must have been unlinked before.
@@ -57,8 +61,11 @@ QFLSink::~QFLSink() = default;
 */
 bool QFLSink::link(QFLSource *source)
 {
+    // What is stopped on the way may delete the sink, or link it itself.
+    const QFLSinkPointer self(this);
+    const int link = ++d_ptr->linkCount;
     unlink();
-    if (!source)
+    if (!source || !self || link != d_ptr->linkCount)
         return false;
 
     d_ptr->source = source;
@@ -86,10 +93,11 @@ void QFLSink::unlink()
     if (!d_ptr->source)
         return;
 
-    // The source may link the sink to another one in its place.
-    QFLSource *const source = d_ptr->source;
-    source->removeSink(this);
-    if (d_ptr->source == source)
+    // The sink's stop() may delete the sink, or link it anew, to the same source even.
+    const QFLSinkPointer self(this);
+    const int link = d_ptr->linkCount;
+    d_ptr->source->removeSink(this);
+    if (self && link == d_ptr->linkCount)
         d_ptr->source = nullptr;
 }
 

@@ -27,6 +27,12 @@ private slots:
         COMPARE_LOG("b removeSink");
 
         QVERIFY(sink.link(&a));
+        QVERIFY(!sink.unlink(nullptr));
+        COMPARE_LOG("a addSink");
+        QVERIFY(!sink.link(nullptr));
+        COMPARE_LOG("a removeSink");
+
+        QVERIFY(sink.link(&a));
         QVERIFY(!sink.unlink(&b));
         sink.setActive(true);
         COMPARE_LOG("a addSink, a active 1");
@@ -35,6 +41,23 @@ private slots:
         sink.unlink();
         QVERIFY(!sink.unlink(&a));
         COMPARE_LOG("");
+    }
+
+    void pointers()
+    {
+        QScopedPointer<FakeSink> sink(new FakeSink);
+        FakeSink other;
+        const QFLSinkPointer null, pointer(sink.data()), same = pointer;
+        QVERIFY(!null && !null.data() && null == QFLSinkPointer(nullptr));
+        QVERIFY(pointer && pointer.data() == sink.data() && pointer == same);
+        QVERIFY(pointer != QFLSinkPointer(&other) && pointer != null);
+        QCOMPARE(QFLEncodedVideoSink::fromSink(pointer.data()), sink.data());
+        sink.reset();
+        QVERIFY(pointer.isNull() && !pointer.data() && pointer == same && pointer != null);
+
+        QFLSink plain;
+        QCOMPARE(QFLEncodedVideoSink::fromSink(&plain), nullptr);
+        QCOMPARE(QFLEncodedVideoSink::fromSink(nullptr), nullptr);
     }
 
     // The source is on record while it is being asked, and stays so when it refuses.
