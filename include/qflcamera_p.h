@@ -8,10 +8,11 @@
 #define QFLCAMERA_P_H
 
 #include "qflcamera.h"
-#include "qvideosurfaceoutput_p.h"
 
 #include <private/qmediaobject_p.h>
+#include <private/qmediaserviceprovider_p.h>
 
+#include <QtCore/qpointer.h>
 #include <QtMultimedia/qcameracontrol.h>
 
 #include <functional>
@@ -21,15 +22,19 @@ class QCameraInfoControl;
 class QCameraLocksControl;
 class QCameraViewfinderSettingsControl;
 class QCameraViewfinderSettingsControl2;
-class QMediaServiceProvider;
 class QVideoDeviceSelectorControl;
 QT_END_NAMESPACE
+
+class QVideoSurfaceOutput;
 
 class QFLCameraPrivate : public QMediaObjectPrivate
 {
     Q_DECLARE_PUBLIC(QFLCamera)
 
 public:
+    QFLCameraPrivate();
+    ~QFLCameraPrivate() override;
+
     void initialize();
     void acquireControls();
     void connectControls();
@@ -56,7 +61,7 @@ public:
                              QCamera::LockChangeReason reason);
     void _q_updateState(QCamera::State newState);
 
-    QMediaServiceProvider *provider = nullptr;
+    QPointer<QMediaServiceProvider> provider;
     QCameraControl *cameraControl = nullptr;
     QVideoDeviceSelectorControl *deviceSelector = nullptr;
     QCameraLocksControl *locksControl = nullptr;
@@ -75,7 +80,7 @@ public:
     QCamera::LockChangeReason lockChangeReason = QCamera::UserRequest;
     bool lockSignalsSuppressed = false;
     bool restartPending = false;
-    QVideoSurfaceOutput surfaceOutput;
+    QScopedPointer<QVideoSurfaceOutput> surfaceOutput;
 };
 
 #endif

@@ -8,7 +8,6 @@
 #define QFLDECODER_P_H
 
 #include "qfldecoder.h"
-#include "qvideosurfaceoutput_p.h"
 
 #include <private/qmediaobject_p.h>
 
@@ -17,21 +16,25 @@
 class QFLDecodeControl;
 class QFLDecodingVideoSink;
 class QFLEncodedVideoSourceControl;
+class QVideoSurfaceOutput;
 
 Q_DECLARE_LOGGING_CATEGORY(lcFaceLinkDecoder)
 
-class QFLDecoderPrivate : public QMediaObjectPrivate
+// Exported for the decoders that other libraries derive.
+class Q_FACELINK_EXPORT QFLDecoderPrivate : public QMediaObjectPrivate
 {
     Q_DECLARE_PUBLIC(QFLDecoder)
 
 public:
+    QFLDecoderPrivate();
     ~QFLDecoderPrivate() override;
 
     void acquireControl();
 
-    bool linkTo(QFLEncodedVideoSourceControl *control);
-    void bindTo(QMediaObject *object, QFLEncodedVideoSourceControl *control);
+    bool rebind(QMediaObject *object);
     void unbind();
+    bool linkTo(QMediaObject *object, QFLEncodedVideoSourceControl *control);
+    void watch(QMediaObject *object, QFLEncodedVideoSourceControl *control);
     void forgetMediaObject();
     void forgetSource(QFLEncodedVideoSourceControl *control);
 
@@ -40,7 +43,7 @@ public:
 
     QMediaObject *boundMediaObject = nullptr;
     QVideoSurfaceFormat outputFormat;
-    QVideoSurfaceOutput videoOutput;
+    QScopedPointer<QVideoSurfaceOutput> videoOutput;
     QObject *boundVideoOutput = nullptr;
     QFLDecodeControl *decodeControl = nullptr;
     QFLEncodedVideoSourceControl *sourceControl = nullptr;
@@ -49,6 +52,8 @@ public:
     QString errorString;
     QMetaObject::Connection mediaObjectDestroyed;
     QMetaObject::Connection sourceDestroyed;
+    int bindRequest = 0;
+    bool isEnding = false;
 };
 
 #endif

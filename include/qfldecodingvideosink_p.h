@@ -19,6 +19,7 @@ public:
 
     QFLDecodingVideoSink *q_ptr;
     QFLDecoder *decoder;
+    int run = 0;
 };
 
 #endif

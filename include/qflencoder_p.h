@@ -9,6 +9,7 @@
 
 #include "qflencoder.h"
 #include "qflrawvideosourcecontrol.h"
+#include "qflsinkpointer.h"
 
 #include <private/qmediaobject_p.h>
 
@@ -31,10 +32,11 @@ public:
     void acquireControls();
     void releaseControls();
 
+    bool rebind(QMediaObject *object);
+    void unbind();
     void bindTo(QMediaObject *object);
     void attachSurface(QMediaService *boundService);
     void detachSurface();
-    void forgetMediaObject();
 
     void _q_error(QFLEncoder::Error code, const QString &description);
 
@@ -45,10 +47,12 @@ public:
     QPointer<QFLRawVideoSourceControl> rawVideoSourceControl;
     QPointer<QVideoRendererControl> rendererControl;
     QFLEncodedVideoSourceControl *encodedVideoSourceControl = nullptr;
-    QFLSink *sink = nullptr;
+    QFLSinkPointer sink;
     QFLEncoder::Error error = QFLEncoder::NoError;
     QString errorString;
     QMetaObject::Connection mediaObjectDestroyed;
+    int bindRequest = 0;
+    bool isEnding = false;
 };
 
 #endif

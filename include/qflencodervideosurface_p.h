@@ -20,6 +20,7 @@ class QFLEncoderVideoSurfacePrivate
 public:
     QMediaService *service = nullptr;
     QFLEncodeControl *control = nullptr;
+    int run = 0;
 };
 
 #endif

@@ -9,6 +9,7 @@
 #include "qflcamerafocus.h"
 #include "qflcamerainfo.h"
 #include "qflserviceaccess_p.h"
+#include "qvideosurfaceoutput_p.h"
 
 #include <QtMultimedia/qcamerainfocontrol.h>
 #include <QtMultimedia/qcameralockscontrol.h>
@@ -44,6 +45,10 @@ int lockPriority(QCamera::LockStatus status)
 }
 
 } // namespace
+
+QFLCameraPrivate::QFLCameraPrivate() : surfaceOutput(new QVideoSurfaceOutput) { }
+
+QFLCameraPrivate::~QFLCameraPrivate() = default;
 
 void QFLCameraPrivate::initialize()
 {
@@ -112,7 +117,8 @@ void QFLCameraPrivate::tearDown()
     QFLServiceAccess::releaseControls(service, cameraControl, locksControl, deviceSelector,
                                       infoControl, viewfinderSettingsControl,
                                       viewfinderSettingsControl2);
-    provider->releaseService(service);
+    if (provider)
+        provider->releaseService(service);
     service = nullptr;
 }
 
@@ -168,6 +174,9 @@ void QFLCameraPrivate::reportMissingService()
 
 void QFLCameraPrivate::searchAndLock(QCamera::LockTypes locks)
 {
+    Q_Q(QFLCamera);
+
+    const QPointer<QFLCamera> self(q);
     const QCamera::LockStatus statusBefore = lockStatus;
     lockSignalsSuppressed = true;
     if (locksControl) {
@@ -175,17 +184,22 @@ void QFLCameraPrivate::searchAndLock(QCamera::LockTypes locks)
         requestedLocks |= locks;
         locksControl->searchAndLock(locks);
     }
-    endLockRequest(statusBefore);
+    if (self)
+        endLockRequest(statusBefore);
 }
 
 void QFLCameraPrivate::unlock(QCamera::LockTypes locks)
 {
+    Q_Q(QFLCamera);
+
+    const QPointer<QFLCamera> self(q);
     const QCamera::LockStatus statusBefore = lockStatus;
     lockSignalsSuppressed = true;
     requestedLocks &= ~locks;
     if (locksControl)
         locksControl->unlock(locks & locksControl->supportedLocks());
-    endLockRequest(statusBefore);
+    if (self)
+        endLockRequest(statusBefore);
 }
 
 void QFLCameraPrivate::endLockRequest(QCamera::LockStatus statusBefore)
@@ -204,10 +218,16 @@ void QFLCameraPrivate::recomputeLockStatus()
     if (lockSignalsSuppressed || lockStatus == oldStatus)
         return;
 
-    emit q->lockStatusChanged(lockStatus, lockChangeReason);
-    if (lockStatus == QCamera::Locked)
+    // A receiver may delete the camera, or lock and unlock, which announces itself.
+    const QPointer<QFLCamera> self(q);
+    const QCamera::LockStatus status = lockStatus;
+    const bool hasFailed = status == QCamera::Unlocked && lockChangeReason == QCamera::LockFailed;
+    emit q->lockStatusChanged(status, lockChangeReason);
+    if (!self || lockStatus != status)
+        return;
+    if (status == QCamera::Locked)
         emit q->locked();
-    else if (lockStatus == QCamera::Unlocked && lockChangeReason == QCamera::LockFailed)
+    else if (hasFailed)
         emit q->lockFailed();
 }
 
@@ -248,8 +268,10 @@ void QFLCameraPrivate::_q_preparePropertyChange(int changeType)
     }
 
     restartPending = true;
+    const QPointer<QFLCamera> self(q);
     cameraControl->setState(QCamera::LoadedState);
-    QMetaObject::invokeMethod(q, "_q_restartCamera", Qt::QueuedConnection);
+    if (self)
+        QMetaObject::invokeMethod(q, "_q_restartCamera", Qt::QueuedConnection);
 }
 
 void QFLCameraPrivate::_q_restartCamera()
@@ -276,8 +298,10 @@ void QFLCameraPrivate::_q_updateLockStatus(QCamera::LockType lock, QCamera::Lock
     Q_Q(QFLCamera);
 
     lockChangeReason = reason;
+    const QPointer<QFLCamera> self(q);
     recomputeLockStatus();
-    emit q->lockStatusChanged(lock, status, reason);
+    if (self)
+        emit q->lockStatusChanged(lock, status, reason);
 }
 
 void QFLCameraPrivate::_q_updateState(QCamera::State newState)
@@ -564,8 +588,10 @@ void QFLCamera::setCaptureMode(QCamera::CaptureModes mode)
     if (mode == captureMode() || !d->cameraControl)
         return;
 
+    const QPointer<QFLCamera> self(this);
     d->_q_preparePropertyChange(QCameraControl::CaptureMode);
-    d->cameraControl->setCaptureMode(mode);
+    if (self)
+        d->cameraControl->setCaptureMode(mode);
 }
 
 /*!
@@ -604,7 +630,7 @@ QCameraImageProcessing *QFLCamera::imageProcessing() const
 void QFLCamera::setViewfinder(QAbstractVideoSurface *surface)
 {
     Q_D(QFLCamera);
-    d->surfaceOutput.routeTo(this, d->boundViewfinder, surface);
+    d->surfaceOutput->routeTo(this, d->boundViewfinder, surface);
 }
 
 /*!

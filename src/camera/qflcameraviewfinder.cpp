@@ -83,7 +83,9 @@ QCameraViewfinderSettings readSettings(const SettingsControl *control)
     return settings;
 }
 
-void writeSettings(SettingsControl *control, const QCameraViewfinderSettings &settings)
+// Upon each change the application may delete the camera.
+void writeSettings(const QPointer<QFLCamera> &camera, SettingsControl *control,
+                   const QCameraViewfinderSettings &settings)
 {
     const std::pair<SettingsControl::ViewfinderParameter, QVariant> parameters[] = {
             {SettingsControl::Resolution, settings.resolution()},
@@ -93,7 +95,7 @@ void writeSettings(SettingsControl *control, const QCameraViewfinderSettings &se
             {SettingsControl::PixelFormat, int(settings.pixelFormat())},
     };
     for (const auto &[parameter, value] : parameters) {
-        if (control->isViewfinderParameterSupported(parameter))
+        if (camera && control->isViewfinderParameterSupported(parameter))
             control->setViewfinderParameter(parameter, value);
     }
 }
@@ -129,11 +131,14 @@ void QFLCamera::setViewfinderSettings(const QCameraViewfinderSettings &settings)
     if (!d->viewfinderSettingsControl2 && !d->viewfinderSettingsControl)
         return;
 
+    const QPointer<QFLCamera> self(this);
     d->_q_preparePropertyChange(QCameraControl::ViewfinderSettings);
+    if (!self)
+        return;
     if (d->viewfinderSettingsControl2)
         d->viewfinderSettingsControl2->setViewfinderSettings(settings);
     else
-        writeSettings(d->viewfinderSettingsControl, settings);
+        writeSettings(self, d->viewfinderSettingsControl, settings);
 }
 
 /*!

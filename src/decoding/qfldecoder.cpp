@@ -9,10 +9,13 @@
 #include "qfldecodingvideosink.h"
 #include "qflencodedvideosourcecontrol.h"
 #include "qflserviceaccess_p.h"
+#include "qvideosurfaceoutput_p.h"
 
 #include <QtCore/qdebug.h>
 #include <QtCore/qpointer.h>
 #include <QtMultimedia/qabstractvideosurface.h>
+
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcFaceLinkDecoder, "facelink.decoder")
 
@@ -22,6 +25,8 @@ namespace {
         = {qRegisterMetaType<QFLDecoder::Status>(), qRegisterMetaType<QFLDecoder::Error>()};
 
 }
+
+QFLDecoderPrivate::QFLDecoderPrivate() : videoOutput(new QVideoSurfaceOutput) { }
 
 // The renderer control goes back after the service: the output is a member, destroyed later.
 QFLDecoderPrivate::~QFLDecoderPrivate()
@@ -54,23 +59,26 @@ void QFLDecoderPrivate::acquireControl()
     QObject::connect(decodeControl, &QFLDecodeControl::endOfStream, q, &QFLDecoder::endOfStream);
 }
 
-bool QFLDecoderPrivate::linkTo(QFLEncodedVideoSourceControl *control)
-{
-    // The sink records a source that refuses it, too, and must not ask it once it is gone.
-    QObject::disconnect(sourceDestroyed);
-    sourceDestroyed = QObject::connect(control, &QObject::destroyed, decodingSink,
-                                       [this, control] { forgetSource(control); });
-    return decodingSink->link(control);
-}
-
-void QFLDecoderPrivate::bindTo(QMediaObject *object, QFLEncodedVideoSourceControl *control)
+// The decoder is stopped and started on the way, and what the application does upon that may delete
+// it or the object, or bind it to another one; the last request counts.
+bool QFLDecoderPrivate::rebind(QMediaObject *object)
 {
     Q_Q(QFLDecoder);
 
-    boundMediaObject = object;
-    sourceControl = control;
-    mediaObjectDestroyed
-            = QObject::connect(object, &QObject::destroyed, q, [this] { forgetMediaObject(); });
+    const QPointer<QFLDecoder> self(q);
+    const QPointer<QMediaObject> target(object);
+    const int request = ++bindRequest;
+    unbind();
+    if (!self)
+        return false;
+    if (!target || request != bindRequest)
+        return boundMediaObject == object;
+
+    if (!decodingSink)
+        decodingSink = new QFLDecodingVideoSink(q);
+    auto *control = QFLServiceAccess::requestControl<QFLEncodedVideoSourceControl>(
+            target->service(), QFLServiceAccess::WrongClass::Release);
+    return control && linkTo(target, control);
 }
 
 void QFLDecoderPrivate::unbind()
@@ -78,28 +86,60 @@ void QFLDecoderPrivate::unbind()
     if (!boundMediaObject)
         return;
 
-    // The decoder is stopped on the way, and what the application does upon that may unbind it
-    // again or delete the object.
     const QPointer<QMediaService> boundService = boundMediaObject->service();
-    QPointer<QFLEncodedVideoSourceControl> control = sourceControl;
-    if (!boundService || !control) {
-        forgetMediaObject();
-        return;
-    }
+    QPointer<QFLEncodedVideoSourceControl> control = std::exchange(sourceControl, nullptr);
+    QObject::disconnect(mediaObjectDestroyed);
+    boundMediaObject = nullptr;
+    if (boundService && control)
+        decodingSink->unlink();
+    else
+        decodingSink->unlink(control);
+    QFLServiceAccess::releaseControls(boundService, control);
+}
+
+bool QFLDecoderPrivate::linkTo(QMediaObject *object, QFLEncodedVideoSourceControl *control)
+{
+    Q_Q(QFLDecoder);
+
+    // On record before the source is asked, so that it can be unbound meanwhile.
+    watch(object, control);
+    boundMediaObject = object;
+    sourceControl = control;
+    const QPointer<QFLDecoder> self(q);
+    const QPointer<QFLEncodedVideoSourceControl> source(control);
+    const int request = bindRequest;
+    // A source that has refused the sink earlier is left first.
+    decodingSink->unlink();
+    const bool isLinked = self && source && request == bindRequest && decodingSink->link(source);
+    if (!self)
+        return false;
+    if (isLinked || request != bindRequest)
+        return boundMediaObject == object;
 
     QObject::disconnect(mediaObjectDestroyed);
     boundMediaObject = nullptr;
     sourceControl = nullptr;
-    decodingSink->unlink();
-    QFLServiceAccess::releaseControls(boundService, control);
+    return false;
 }
 
+void QFLDecoderPrivate::watch(QMediaObject *object, QFLEncodedVideoSourceControl *control)
+{
+    Q_Q(QFLDecoder);
+
+    mediaObjectDestroyed
+            = QObject::connect(object, &QObject::destroyed, q, [this] { forgetMediaObject(); });
+    // The sink records a source that refuses it, too, and must not ask it once it is gone.
+    QObject::disconnect(sourceDestroyed);
+    sourceDestroyed = QObject::connect(control, &QObject::destroyed, decodingSink,
+                                       [this, control] { forgetSource(control); });
+}
+
+// The control is still there if its service outlives the object, and must not keep the sink.
 void QFLDecoderPrivate::forgetMediaObject()
 {
-    QObject::disconnect(mediaObjectDestroyed);
     boundMediaObject = nullptr;
-    if (sourceControl)
-        forgetSource(sourceControl);
+    if (std::exchange(sourceControl, nullptr))
+        decodingSink->unlink();
 }
 
 void QFLDecoderPrivate::forgetSource(QFLEncodedVideoSourceControl *control)
@@ -274,6 +314,7 @@ QFLDecoder::~QFLDecoder()
 {
     Q_D(QFLDecoder);
 
+    d->isEnding = true;
     if (status() > StartingStatus)
         stop();
     d->unbind();
@@ -303,21 +344,7 @@ bool QFLDecoder::setMediaObject(QMediaObject *object)
     if (object == d->boundMediaObject)
         return true;
 
-    d->unbind();
-    // The application may have bound the decoder anew meanwhile.
-    if (d->boundMediaObject || !object)
-        return d->boundMediaObject == object;
-
-    if (!d->decodingSink)
-        d->decodingSink = new QFLDecodingVideoSink(this);
-
-    auto *control = QFLServiceAccess::requestControl<QFLEncodedVideoSourceControl>(
-            object->service(), QFLServiceAccess::WrongClass::Release);
-    if (!control || !d->linkTo(control))
-        return false;
-
-    d->bindTo(object, control);
-    return true;
+    return !d->isEnding && d->rebind(object);
 }
 
 /*!
@@ -387,7 +414,7 @@ void QFLDecoder::setVideoSurface(QAbstractVideoSurface *surface)
     Q_D(QFLDecoder);
 
     qCDebug(lcFaceLinkDecoder) << surface;
-    d->videoOutput.routeTo(this, d->boundVideoOutput, surface);
+    d->videoOutput->routeTo(this, d->boundVideoOutput, surface);
 }
 
 /*!

@@ -8,6 +8,7 @@
 #include "qfldecoder_p.h"
 
 #include <QtCore/qdebug.h>
+#include <QtCore/qpointer.h>
 
 static QFLSink::Error sinkError(QFLDecoder::Error error)
 {
@@ -96,7 +97,11 @@ bool QFLDecodingVideoSink::start(const QVideoEncoderSettings &settings)
 {
     qCDebug(lcFaceLinkDecoder);
 
-    return d->decoder && d->decoder->start(settings) && QFLEncodedVideoSink::start(settings);
+    // The decoder's status changes, and what the application does upon that may delete or stop it.
+    const QPointer<QFLDecodingVideoSink> self(this);
+    const int run = ++d->run;
+    const bool isStarted = d->decoder && d->decoder->start(settings);
+    return isStarted && self && run == d->run && QFLEncodedVideoSink::start(settings);
 }
 
 /*!
@@ -128,9 +133,12 @@ void QFLDecodingVideoSink::stop()
 {
     qCDebug(lcFaceLinkDecoder);
 
+    const QPointer<QFLDecodingVideoSink> self(this);
+    const int run = ++d->run;
     if (d->decoder)
         d->decoder->stop();
-    QFLEncodedVideoSink::stop();
+    if (self && run == d->run)
+        QFLEncodedVideoSink::stop();
 }
 
 #include "moc_qfldecodingvideosink.cpp"

@@ -6,6 +6,8 @@
 
 #include "qflserviceaccess_p.h"
 
+#include <utility>
+
 /*!
     \class QVideoSurfaceOutput
     \brief Hands an application's surface to the renderer control of the media object it is bound
@@ -14,6 +16,9 @@
     The output owns nothing: surface, control, service and media object may all die first. It is
     bound, with control, service and media object set, or unbound, with all three null; the surface
     is independent of that.
+
+    The control starts and stops surfaces, which may set another surface or delete the output's
+    owner, and with it the output.
 */
 
 QVideoSurfaceOutput::QVideoSurfaceOutput(QObject *parent) : QObject(parent) { }
@@ -23,7 +28,7 @@ QVideoSurfaceOutput::QVideoSurfaceOutput(QObject *parent) : QObject(parent) { }
 */
 QVideoSurfaceOutput::~QVideoSurfaceOutput()
 {
-    releaseControl();
+    dropBinding();
 }
 
 /*!
@@ -44,18 +49,24 @@ void QVideoSurfaceOutput::setVideoSurface(QAbstractVideoSurface *surface)
 void QVideoSurfaceOutput::routeTo(QMediaObject *owner, QObject *&boundOutput,
                                   QAbstractVideoSurface *surface)
 {
+    const QPointer<QVideoSurfaceOutput> self(this);
+    const int routing = ++m_routing;
     // A control that is bound already switches over at once.
     setVideoSurface(surface);
 
-    if (boundOutput == this && surface)
+    if (!self || routing != m_routing || (boundOutput == this && surface))
         return;
 
-    if (boundOutput)
-        owner->unbind(boundOutput);
-    boundOutput = nullptr;
+    // The record goes first, and comes first, so that a call on the way finds what it leaves.
+    if (QObject *output = std::exchange(boundOutput, nullptr))
+        owner->unbind(output);
+    if (!self || routing != m_routing || !surface)
+        return;
 
-    if (surface && owner->bind(this))
-        boundOutput = this;
+    boundOutput = this;
+    const bool isBound = owner->bind(this);
+    if (!isBound && self && routing == m_routing)
+        boundOutput = nullptr;
 }
 
 QMediaObject *QVideoSurfaceOutput::mediaObject() const
@@ -69,10 +80,10 @@ QMediaObject *QVideoSurfaceOutput::mediaObject() const
 */
 bool QVideoSurfaceOutput::setMediaObject(QMediaObject *object)
 {
-    releaseControl();
-    m_control.clear();
-    m_service.clear();
-    m_object.clear();
+    const QPointer<QVideoSurfaceOutput> self(this);
+    dropBinding();
+    if (!self || m_control)
+        return false;
 
     QMediaService *service = object ? object->service() : nullptr;
     QVideoRendererControl *control = QFLServiceAccess::requestControl<QVideoRendererControl>(
@@ -87,11 +98,16 @@ bool QVideoSurfaceOutput::setMediaObject(QMediaObject *object)
     return true;
 }
 
-void QVideoSurfaceOutput::releaseControl()
+void QVideoSurfaceOutput::dropBinding()
 {
-    if (!m_control)
+    QPointer<QVideoRendererControl> control;
+    QPointer<QMediaService> service;
+    control.swap(m_control);
+    service.swap(m_service);
+    m_object.clear();
+    if (!control)
         return;
 
-    m_control->setSurface(nullptr);
-    QFLServiceAccess::releaseControls(m_service, m_control);
+    control->setSurface(nullptr);
+    QFLServiceAccess::releaseControls(service, control);
 }

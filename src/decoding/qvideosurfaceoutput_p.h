@@ -31,12 +31,13 @@ public:
     bool setMediaObject(QMediaObject *object) override;
 
 private:
-    void releaseControl();
+    void dropBinding();
 
     QPointer<QAbstractVideoSurface> m_surface;
     QPointer<QVideoRendererControl> m_control;
     QPointer<QMediaService> m_service;
     QPointer<QMediaObject> m_object;
+    int m_routing = 0;
 };
 
 #endif

@@ -12,6 +12,8 @@
 
 #include <QtMultimedia/qvideoencodersettingscontrol.h>
 
+#include <utility>
+
 Q_LOGGING_CATEGORY(lcFaceLinkEncoder, "facelink.encoder")
 
 namespace {
@@ -53,21 +55,60 @@ void QFLEncoderPrivate::releaseControls()
     service = nullptr;
 }
 
+// The surface is started and stopped on the way, and what the application does upon that may delete
+// the encoder or the object, or bind the encoder to another one; the last request counts.
+bool QFLEncoderPrivate::rebind(QMediaObject *object)
+{
+    Q_Q(QFLEncoder);
+
+    const QPointer<QFLEncoder> self(q);
+    const QPointer<QMediaObject> target(object);
+    const int request = ++bindRequest;
+    unbind();
+    if (!self)
+        return false;
+    if (!target || request != bindRequest)
+        return mediaObject == object;
+
+    bindTo(target);
+    QMediaService *boundService = target->service();
+    if (!boundService) {
+        unbind();
+        return false;
+    }
+
+    attachSurface(boundService);
+    return self && mediaObject == object;
+}
+
+void QFLEncoderPrivate::unbind()
+{
+    if (mediaObject)
+        detachSurface();
+}
+
 void QFLEncoderPrivate::bindTo(QMediaObject *object)
 {
     Q_Q(QFLEncoder);
 
     mediaObject = object;
-    mediaObjectDestroyed
-            = QObject::connect(object, &QObject::destroyed, q, [this] { forgetMediaObject(); });
+    // The controls are still there if their service outlives the object, and must not keep the
+    // surface.
+    mediaObjectDestroyed = QObject::connect(object, &QObject::destroyed, q, [this] {
+        mediaObject = nullptr;
+        detachSurface();
+    });
     if (!surface)
         surface = new QFLEncoderVideoSurface(q);
 }
 
 void QFLEncoderPrivate::attachSurface(QMediaService *boundService)
 {
-    const QMediaObject *object = mediaObject;
+    Q_Q(QFLEncoder);
 
+    const QPointer<QFLEncoder> self(q);
+    const QPointer<QMediaService> service(boundService);
+    const int request = bindRequest;
     rawVideoSourceControl
             = QFLServiceAccess::requestControl<QFLRawVideoSourceControl>(boundService);
     if (rawVideoSourceControl) {
@@ -75,8 +116,7 @@ void QFLEncoderPrivate::attachSurface(QMediaService *boundService)
         rawVideoSourceControl->setSurface(surface);
     }
 
-    // The surface may have been started, and the application have unbound the encoder upon that.
-    if (mediaObject != object)
+    if (!self || !service || !mediaObject || request != bindRequest)
         return;
 
     rendererControl = QFLServiceAccess::requestControl<QVideoRendererControl>(boundService);
@@ -88,30 +128,23 @@ void QFLEncoderPrivate::attachSurface(QMediaService *boundService)
 
 void QFLEncoderPrivate::detachSurface()
 {
-    if (!mediaObject)
-        return;
+    Q_Q(QFLEncoder);
 
-    // The surface is stopped on the way, and what the application does upon that may unbind the
-    // encoder again or delete the object.
-    const QPointer<QMediaObject> object = mediaObject;
-    QPointer<QFLRawVideoSourceControl> rawControl = rawVideoSourceControl;
-    QPointer<QVideoRendererControl> renderer = rendererControl;
-    forgetMediaObject();
+    const QPointer<QFLEncoder> self(q);
+    const QPointer<QMediaObject> object(std::exchange(mediaObject, nullptr));
+    QPointer<QFLRawVideoSourceControl> rawControl;
+    QPointer<QVideoRendererControl> renderer;
+    rawControl.swap(rawVideoSourceControl);
+    renderer.swap(rendererControl);
+    QObject::disconnect(mediaObjectDestroyed);
 
     if (rawControl)
         rawControl->setSurface(nullptr);
-    if (renderer)
+    // Bound again upon that, the encoder may use the very control anew.
+    if (renderer && (!self || rendererControl != renderer))
         renderer->setSurface(nullptr);
 
     QFLServiceAccess::releaseControls(object ? object->service() : nullptr, rawControl, renderer);
-}
-
-void QFLEncoderPrivate::forgetMediaObject()
-{
-    QObject::disconnect(mediaObjectDestroyed);
-    mediaObject = nullptr;
-    rawVideoSourceControl = nullptr;
-    rendererControl = nullptr;
 }
 
 void QFLEncoderPrivate::_q_error(QFLEncoder::Error code, const QString &description)
@@ -250,9 +283,10 @@ QFLEncoder::~QFLEncoder()
 {
     Q_D(QFLEncoder);
 
+    d->isEnding = true;
     if (d->sink)
-        QFLEncoder::removeSink(d->sink);
-    d->detachSurface();
+        QFLEncoder::removeSink(d->sink.data());
+    d->unbind();
 
     // Qt deletes the children, the surface among them, before the private data.
     d->releaseControls();
@@ -281,20 +315,7 @@ bool QFLEncoder::setMediaObject(QMediaObject *object)
     if (object == d->mediaObject)
         return true;
 
-    d->detachSurface();
-    // The application may have bound the encoder anew meanwhile.
-    if (d->mediaObject || !object)
-        return d->mediaObject == object;
-
-    d->bindTo(object);
-    QMediaService *boundService = object->service();
-    if (!boundService) {
-        d->forgetMediaObject();
-        return false;
-    }
-
-    d->attachSurface(boundService);
-    return d->mediaObject == object;
+    return !d->isEnding && d->rebind(object);
 }
 
 /*!
@@ -307,11 +328,17 @@ bool QFLEncoder::addSink(QFLSink *sink)
 {
     Q_D(QFLEncoder);
 
-    if (!d->encodedVideoSourceControl || !d->encodedVideoSourceControl->addSink(sink))
+    if (!d->encodedVideoSourceControl || d->isEnding)
         return false;
 
-    d->sink = sink;
-    return true;
+    // On record before the control starts the sink, which may remove itself or delete the encoder.
+    const QPointer<QFLEncoder> self(this);
+    const QFLSinkPointer added(sink);
+    const QFLSinkPointer sinkBefore = std::exchange(d->sink, added);
+    const bool isAccepted = d->encodedVideoSourceControl->addSink(sink);
+    if (!isAccepted && self && (!d->sink || d->sink == added))
+        d->sink = sinkBefore;
+    return isAccepted;
 }
 
 /*!
@@ -323,13 +350,17 @@ bool QFLEncoder::removeSink(QFLSink *sink)
 {
     Q_D(QFLEncoder);
 
-    if (!sink || sink != d->sink || !d->encodedVideoSourceControl
-        || !d->encodedVideoSourceControl->removeSink(sink)) {
+    if (!sink || sink != d->sink.data() || !d->encodedVideoSourceControl)
         return false;
-    }
 
-    d->sink = nullptr;
-    return true;
+    // Off the record before the control stops the sink, which may add itself again or delete the
+    // encoder.
+    const QPointer<QFLEncoder> self(this);
+    const QFLSinkPointer sinkBefore = std::exchange(d->sink, QFLSinkPointer());
+    const bool isRemoved = d->encodedVideoSourceControl->removeSink(sink);
+    if (!isRemoved && self && !d->sink)
+        d->sink = sinkBefore;
+    return isRemoved;
 }
 
 /*!

@@ -10,6 +10,7 @@
 #include "qflserviceaccess_p.h"
 
 #include <QtCore/qdebug.h>
+#include <QtCore/qpointer.h>
 #include <QtMultimedia/qvideosurfaceformat.h>
 
 /*!
@@ -62,7 +63,11 @@ bool QFLEncoderVideoSurface::start(const QVideoSurfaceFormat &format)
 {
     qCDebug(lcFaceLinkEncoder) << format;
 
-    if (!d->control || !d->control->start(format))
+    // The encoder's status changes, and what the application does upon that may delete or stop it.
+    const QPointer<QFLEncoderVideoSurface> self(this);
+    const int run = ++d->run;
+    const bool isStarted = d->control && d->control->start(format);
+    if (!isStarted || !self || run != d->run)
         return false;
 
     QAbstractVideoSurface::start(format);
@@ -77,9 +82,12 @@ void QFLEncoderVideoSurface::stop()
 {
     qCDebug(lcFaceLinkEncoder);
 
+    const QPointer<QFLEncoderVideoSurface> self(this);
+    const int run = ++d->run;
     if (d->control)
         d->control->stop();
-    QAbstractVideoSurface::stop();
+    if (self && run == d->run)
+        QAbstractVideoSurface::stop();
 }
 
 /*!

@@ -219,6 +219,7 @@ private slots:
     {
         LoggedCapturing world;
         world.control->accepts = false;
+        world.control->isLive = true;
         for (auto request : {&QFLCamera::stop, &QFLCamera::unload}) {
             world.camera.start();
             world.camera.setCaptureMode(world.camera.captureMode() ^ QCamera::CaptureVideo);

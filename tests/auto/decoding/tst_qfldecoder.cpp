@@ -5,6 +5,7 @@
 #include "fakebackend.h"
 #include "fakecodeccontrols.h"
 
+#include <qfldecoder_p.h>
 #include <qfldecodingvideosink.h>
 
 #include <QtTest/QtTest>
@@ -36,6 +37,19 @@ static QVideoEncoderSettings streamSettings()
     settings.setBitRate(5);
     return settings;
 }
+
+/*! A decoder as other libraries derive it. */
+class DerivedDecoder : public QFLDecoder
+{
+public:
+    struct Private : QFLDecoderPrivate
+    {
+        int own = 7;
+    };
+
+    DerivedDecoder() : QFLDecoder(*new Private) { }
+    int own() const { return static_cast<Private *>(d_ptr.data())->own; }
+};
 
 struct LoggedDecoding : Decoding
 {
@@ -80,6 +94,14 @@ private slots:
         decoder.flush();
         decoder.stop();
         COMPARE_LOG(emptyLine + ", d.decode flush, " + emptyLine + ", d.decode stop");
+    }
+
+    void derived()
+    {
+        Decoding world;
+        const DerivedDecoder decoder;
+        QCOMPARE(decoder.own(), 7);
+        QCOMPARE(decoder.status(), QFLDecoder::LoadedStatus);
     }
 
     void withoutService()
@@ -156,14 +178,14 @@ private slots:
         const QPointer<QFLDecodingVideoSink> sink
                 = world.decoder.findChild<QFLDecodingVideoSink *>();
         QVERIFY(sink);
-        QCOMPARE(a.source->lastSink, sink.data());
+        QCOMPARE(a.source->lastSink(), sink.data());
         QVERIFY(world.decoder.setMediaObject(&a.object));
         QVERIFY(sink->encodedVideoFrame(QFLEncodedVideoFrame("abc", 3, {})));
         COMPARE_LOG("d.decode decode abc");
 
         QVERIFY(world.decoder.setMediaObject(&b.object));
         COMPARE_LOG(named(unbindLog, 'a') + ", " + named(bindLog, 'b'));
-        QCOMPARE(b.source->lastSink, sink.data());
+        QCOMPARE(b.source->lastSink(), sink.data());
         b.object.unbind(&world.decoder);
         COMPARE_LOG(named(unbindLog, 'b'));
         QCOMPARE(world.decoder.mediaObject(), nullptr);
@@ -208,8 +230,9 @@ private slots:
             COMPARE_LOG("b+encodedvideosource, a.encodedvideosource removeSink, "
                         "b.encodedvideosource addSink");
         }
+        // The control outlived its object for a moment, and may not keep the sink.
         QCOMPARE(decoder.mediaObject(), nullptr);
-        COMPARE_LOG("");
+        COMPARE_LOG("b.encodedvideosource removeSink");
     }
 
     // A failed bind of the output is not recorded, so the next surface tries again.
@@ -297,6 +320,15 @@ private slots:
             FakeLog::take();
         }
         COMPARE_LOG("s active 0");
+        {
+            // Of a start and a stop within each other the last one counts.
+            QFLDecodingVideoSink sink(&world.decoder);
+            callOnce([&] { sink.stop(); });
+            QVERIFY(!sink.start(streamSettings()) && !sink.isActive());
+            callOnce([&] { QVERIFY(sink.start(streamSettings())); });
+            sink.stop();
+            QVERIFY(sink.isActive());
+        }
 
         QFLDecodingVideoSink sink(nullptr);
         QVERIFY(!sink.isFormatSupported(streamSettings()) && !sink.start(streamSettings()));
@@ -306,6 +338,53 @@ private slots:
             (sink.*end)();
             QVERIFY(!sink.isActive() && sink.videoEncoderSettings().isNull());
         }
+    }
+
+    // Both feed the decoder and follow it; the one that is started last has the settings.
+    void twoSinks()
+    {
+        LoggedDecoding world;
+        QFLDecodingVideoSink first(&world.decoder), second(&world.decoder);
+        QVERIFY(first.start(streamSettings()) && second.start(QVideoEncoderSettings()));
+        QVERIFY(first.encodedVideoFrame(QFLEncodedVideoFrame("a", 1, {})));
+        QVERIFY(second.encodedVideoFrame(QFLEncodedVideoFrame("b", 1, {})));
+        COMPARE_LOG(emptyLine + ", d.decode start 5, " + emptyLine
+                    + ", d.decode start -1, d.decode decode a, d.decode decode b");
+        first.stop();
+        QVERIFY(!first.isActive() && second.isActive());
+        for (auto status : {QFLDecoder::StartedStatus, QFLDecoder::LoadedStatus}) {
+            emit world.decode->statusChanged(status);
+            QCOMPARE(first.isActive(), status == QFLDecoder::StartedStatus);
+            QCOMPARE(second.isActive(), first.isActive());
+        }
+    }
+
+    // A decoder lives on in the thread that it is moved to, and hears of a backend there.
+    void otherThread()
+    {
+        LoggedDecoding world;
+        QThread thread;
+        QThread *where = nullptr;
+        connect(&world.decoder, &QFLDecoder::statusChanged, &world.decoder,
+                [&] { where = QThread::currentThread(); });
+        QVERIFY(world.decoder.thread() == QThread::currentThread());
+        world.decoder.moveToThread(&thread);
+        emit world.decode->statusChanged(QFLDecoder::StartedStatus);
+        QCOMPARE(where, nullptr);
+        thread.start();
+        QTRY_COMPARE(where, &thread);
+        bool isStarted = false;
+        QThread *home = QThread::currentThread();
+        QMetaObject::invokeMethod(
+                &world.decoder,
+                [&] {
+                    isStarted = world.decoder.start(streamSettings());
+                    world.decoder.moveToThread(home);
+                },
+                Qt::BlockingQueuedConnection);
+        QVERIFY(isStarted);
+        thread.quit();
+        QVERIFY(thread.wait());
     }
 
     void sinkFollowsDecoder()

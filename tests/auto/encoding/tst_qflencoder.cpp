@@ -185,6 +185,13 @@ private slots:
         a.object.unbind(&world.encoder);
         COMPARE_LOG(named(unbindLog, 'a'));
         QVERIFY(surface);
+
+        // Bound again while it is being unbound, the encoder keeps the controls.
+        QVERIFY(a.object.bind(&world.encoder));
+        callOnce([&] { QVERIFY(a.object.bind(&world.encoder)); });
+        a.object.unbind(&world.encoder);
+        QCOMPARE(world.encoder.mediaObject(), &a.object);
+        QVERIFY(a.raw->current == surface && a.renderer->current == surface);
     }
 
     void boundObjectDies()
@@ -195,7 +202,9 @@ private slots:
             Bound a("a");
             QVERIFY(world.encoder.setMediaObject(&a.object));
         }
-        QVERIFY(FakeLog::take().endsWith(named(bindLog, 'a')));
+        // The controls outlived their object for a moment, and may not keep the surface.
+        QVERIFY(FakeLog::take().endsWith(
+                named(bindLog, 'a') + ", a.rawvideosource no surface, a.videorenderer no surface"));
         QCOMPARE(world.encoder.mediaObject(), nullptr);
         {
             Bound unbound("u");
@@ -223,7 +232,7 @@ private slots:
         const QByteArray remove = "e.encodedvideosource removeSink";
         QVERIFY(!world.encoder.removeSink(nullptr));
         QVERIFY(first.link(&world.encoder));
-        QCOMPARE(world.source->lastSink, &first);
+        QCOMPARE(world.source->lastSink(), &first);
         QVERIFY(!world.encoder.removeSink(&second));
         COMPARE_LOG(add);
         world.source->removes = false;
@@ -240,6 +249,23 @@ private slots:
         world.source->accepts = true;
         QVERIFY(world.encoder.removeSink(&second));
         COMPARE_LOG(add + ", " + add + ", " + add + ", " + remove);
+
+        // A sink that is added while another one is refused its removal stays on record.
+        QVERIFY(world.encoder.addSink(&first));
+        world.source->removes = false;
+        callOnce([&] { QVERIFY(world.encoder.addSink(&second)); });
+        QVERIFY(!world.encoder.removeSink(&first));
+        world.source->removes = true;
+        QVERIFY(world.encoder.removeSink(&second));
+
+        // Nor is an encoder touched that was deleted on the way.
+        world.source->removes = false;
+        world.source->sinks.clear();
+        QScopedPointer<QFLEncoder> other(new QFLEncoder);
+        QVERIFY(other->addSink(&first));
+        callOnce([&] { other.reset(); });
+        QVERIFY(!other.data()->removeSink(&first));
+        QVERIFY(!other);
     }
 
     void destruction()
@@ -285,6 +311,13 @@ private slots:
                     + ", e.encode start 320, active 1, "
                       "debug facelink.encoder: , e.encode stop, active 0, "
                       "debug facelink.encoder: , e.encode stop");
+
+        // Of a start and a stop within each other the last one counts.
+        callOnce([&] { surface.stop(); });
+        QVERIFY(!surface.start(rawFormat) && !surface.isActive());
+        callOnce([&] { QVERIFY(surface.start(rawFormat)); });
+        surface.stop();
+        QVERIFY(surface.isActive());
     }
 };
 

@@ -15,28 +15,35 @@
 
 #include <functional>
 
+/*! Reports changes of the state only, unless it is live. */
 class FakeCameraControl : public FakeControl<QCameraControl>
 {
 public:
-    QCamera::State state() const override { return log("state"), currentState; }
+    QCamera::State state() const override { return ask("state"), currentState; }
     void setState(QCamera::State state) override
     {
+        const QPointer<FakeCameraControl> self(this);
         log("setState", state);
-        currentState = state;
+        if (!self || (std::exchange(currentState, state) == state && !isLive))
+            return;
         emit stateChanged(state);
+        if (self && isLive)
+            emit statusChanged(currentStatus);
     }
-    QCamera::Status status() const override { return log("status"), currentStatus; }
+    QCamera::Status status() const override { return ask("status"), currentStatus; }
     QCamera::CaptureModes captureMode() const override { return currentMode; }
     void setCaptureMode(QCamera::CaptureModes mode) override
     {
-        log("setCaptureMode", mode);
         currentMode = mode;
-        emit captureModeChanged(mode);
+        const QPointer<FakeCameraControl> self(this);
+        log("setCaptureMode", mode);
+        if (self)
+            emit captureModeChanged(mode);
     }
     bool isCaptureModeSupported(QCamera::CaptureModes mode) const override { return mode == 2; }
     bool canChangeProperty(PropertyChangeType type, QCamera::Status status) const override
     {
-        return log("can " + QByteArray::number(type) + ' ' + QByteArray::number(status));
+        return ask("can " + QByteArray::number(type) + ' ' + QByteArray::number(status));
     }
 
     QCamera::State currentState = QCamera::UnloadedState;
@@ -51,8 +58,9 @@ public:
     QCamera::LockStatus lockStatus(QCamera::LockType lock) const override { return statuses[lock]; }
     void searchAndLock(QCamera::LockTypes locks) override
     {
+        const auto request = onRequest;
         log("lock", locks);
-        onRequest();
+        request();
     }
     void unlock(QCamera::LockTypes locks) override { log("unlock", locks); }
 

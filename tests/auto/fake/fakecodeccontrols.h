@@ -11,6 +11,7 @@
 #include <qflencodecontrol.h>
 #include <qflencodedvideosink.h>
 #include <qflencodedvideosourcecontrol.h>
+#include <qflsinkpointer.h>
 
 #include <QtMultimedia/qvideoencodersettingscontrol.h>
 
@@ -23,10 +24,14 @@ public:
         return {QVideoFrame::Format_NV12, QVideoFrame::Format_YUV420P};
     }
     QFLEncoder::Status status() const override { return currentStatus; }
-    bool start(const QVideoSurfaceFormat &f) override { return log("start", f.frameWidth()); }
+    bool start(const QVideoSurfaceFormat &f) override
+    {
+        return changeStatus(currentStatus, QFLEncoder::StartedStatus,
+                            "start " + QByteArray::number(f.frameWidth()));
+    }
     void drain() override { log("drain"); }
     void flush() override { log("flush"); }
-    void stop() override { log("stop"); }
+    void stop() override { changeStatus(currentStatus, QFLEncoder::LoadedStatus, "stop"); }
     bool encode(const QVideoFrame &f) override { return log("encode", int(f.startTime())); }
 
     QFLEncoder::Status currentStatus = QFLEncoder::LoadedStatus;
@@ -37,13 +42,17 @@ class FakeDecodeControl : public FakeControl<QFLDecodeControl>
 public:
     QStringList supportedCodecs(bool hardware) const override { return codecs(hardware); }
     bool isFormatSupported(const QVideoEncoderSettings &s) const override { return !s.isNull(); }
-    bool start(const QVideoEncoderSettings &s) override { return log("start", s.bitRate()); }
+    bool start(const QVideoEncoderSettings &s) override
+    {
+        return changeStatus(currentStatus, QFLDecoder::StartedStatus,
+                            "start " + QByteArray::number(s.bitRate()));
+    }
     QVideoEncoderSettings videoSettings() const override { return {}; }
     QVideoSurfaceFormat outputFormat() const override { return {}; }
     bool decode(const QFLEncodedVideoFrame &f) override { return log("decode " + f.data()); }
     void drain() override { log("drain"); }
     void flush() override { log("flush"); }
-    void stop() override { log("stop"); }
+    void stop() override { changeStatus(currentStatus, QFLDecoder::LoadedStatus, "stop"); }
     QFLDecoder::Status status() const override { return currentStatus; }
 
     QFLDecoder::Status currentStatus = QFLDecoder::LoadedStatus;
@@ -78,14 +87,38 @@ template<typename Base> class FakeLinkable : public Base
 public:
     bool addSink(QFLSink *sink) override
     {
-        lastSink = sink;
-        return this->log("addSink");
+        const QPointer<FakeLinkable> self(this);
+        const QFLSinkPointer newSink(sink);
+        const bool isNew = this->accepts && !sinks.contains(newSink);
+        if (isNew)
+            sinks.append(newSink);
+        const bool isAccepted = this->log("addSink") && isNew;
+        if (isNew && self && this->isLive && sinks.contains(newSink))
+            QFLEncodedVideoSink::fromSink(sink)->start(QVideoEncoderSettings());
+        return isAccepted && self && sinks.contains(newSink);
     }
-    bool removeSink(QFLSink *) override { return this->log("removeSink") && removes; }
+    bool removeSink(QFLSink *sink) override
+    {
+        const QPointer<FakeLinkable> self(this);
+        const QFLSinkPointer oldSink(sink);
+        const bool isRemoved = removes;
+        const bool wasLinked = isRemoved && sinks.removeOne(oldSink);
+        this->log("removeSink");
+        if (self && this->isLive && wasLinked && oldSink)
+            QFLEncodedVideoSink::fromSink(sink)->stop();
+        return isRemoved;
+    }
     void sinkActiveChanged(QFLSink *, bool active) override { this->log("active", active); }
     void sinkErrorChanged(QFLSink *sink) override { this->log("error", sink->error()); }
 
-    QFLSink *lastSink = nullptr;
+    bool hasDestroyedSink() const
+    {
+        return std::any_of(sinks.begin(), sinks.end(),
+                           [](const QFLSinkPointer &sink) { return sink.isNull(); });
+    }
+    QFLSink *lastSink() const { return sinks.value(0).data(); }
+
+    QList<QFLSinkPointer> sinks;
     bool removes = true;
 };
 

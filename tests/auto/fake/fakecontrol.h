@@ -17,20 +17,44 @@
 
 #include <memory>
 
+/*!
+    An entry in the log may lead to anything, the end of the control too, so nothing is touched after
+    it unseen. A live control does what a backend does: it changes its status, and starts and stops
+    the sinks and surfaces that it is given.
+*/
 template<typename Base> class FakeControl : public Base
 {
 public:
     bool accepts = true;
+    bool isLive = false;
 
 protected:
     bool log(const QByteArray &call) const
     {
+        const bool answer = accepts;
         FakeLog::add(this, call);
+        return answer;
+    }
+    bool ask(const QByteArray &question) const
+    {
+        FakeLog::addQuestion(this->objectName().toLatin1() + question);
         return accepts;
     }
     bool log(const char *call, int argument) const
     {
         return log(call + (' ' + QByteArray::number(argument)));
+    }
+    /*! Enters the call, and changes the status if the control is live and still there. */
+    template<typename Status>
+    bool changeStatus(Status &current, Status status, const QByteArray &call)
+    {
+        const QPointer<FakeControl> self(this);
+        const bool answer = log(call);
+        if (answer && self && isLive) {
+            current = status;
+            emit this->statusChanged(status);
+        }
+        return answer;
     }
     static QStringList codecs(bool hardwareOnly)
     {
@@ -44,8 +68,14 @@ public:
     QAbstractVideoSurface *surface() const override { return current; }
     void setSurface(QAbstractVideoSurface *surface) override
     {
-        this->log(surface ? "surface" : "no surface");
+        const QPointer<FakeSurfaceControl> self(this);
+        const QPointer<QAbstractVideoSurface> old = current, next = surface;
         current = surface;
+        this->log(surface ? "surface" : "no surface");
+        if (self && this->isLive && old && old != next)
+            old->stop();
+        if (self && this->isLive && next && next == current)
+            next->start(QVideoSurfaceFormat(QSize(4, 2), QVideoFrame::Format_RGB32));
     }
 
     QPointer<QAbstractVideoSurface> current;
@@ -62,7 +92,9 @@ public:
     {
         return {QVideoFrame::Format_RGB32};
     }
+    bool start(const QVideoSurfaceFormat &) override { return FakeLog::add("started"), true; }
     bool present(const QVideoFrame &) override { return true; }
+    void stop() override { FakeLog::add("stopped"); }
 };
 
 inline QByteArray textOf(int value)

@@ -8,6 +8,8 @@
 #include <QtCore/qbytearraylist.h>
 #include <QtCore/qobject.h>
 
+#include <functional>
+
 /*!
     Begins with an empty list, and enters every message of the process as "type category: text"
     while the object lives. A service enters "name+control" when a control is requested, and
@@ -20,10 +22,24 @@ public:
     FakeLog() : m_previous(qInstallMessageHandler(addMessage)) { entries().clear(); }
     ~FakeLog() { qInstallMessageHandler(m_previous); }
 
-    static void add(const QByteArray &entry) { entries().append(entry); }
+    /*! Enters what no application's code runs in, such as a question that a control answers. */
+    static void addQuestion(const QByteArray &entry) { entries().append(entry); }
+    static void add(const QByteArray &entry)
+    {
+        addQuestion(entry);
+        if (const auto call = onEntry())
+            call();
+    }
     static void add(const QObject *who, const QByteArray &call)
     {
         add(who->objectName().toLatin1() + call);
+    }
+
+    /*! What is called at each entry: the application's code in every slot, sink and surface. */
+    static std::function<void()> &onEntry()
+    {
+        static std::function<void()> function;
+        return function;
     }
 
     /*! Returns the entries since the last call. */
@@ -45,11 +61,20 @@ private:
     static void addMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
     {
         static const char *const types[] = {"debug", "warning", "critical", "fatal", "info"};
-        add(QByteArray(types[type]) + ' ' + context.category + ": " + text.toUtf8());
+        addQuestion(QByteArray(types[type]) + ' ' + context.category + ": " + text.toUtf8());
     }
 
     QtMessageHandler m_previous;
 };
+
+/*! Calls \a function at the next entry, from within the call that is entered. */
+inline void callOnce(const std::function<void()> &function)
+{
+    FakeLog::onEntry() = [function] {
+        FakeLog::onEntry() = nullptr;
+        function();
+    };
+}
 
 /*! Puts a name in the place of each X of a log. */
 inline QByteArray named(QByteArray log, char name)

@@ -32,10 +32,14 @@ public:
 
     QMediaControl *requestControl(const char *identifier) override
     {
-        log('+', identifier);
+        if (isLogged(identifier))
+            FakeLog::addQuestion(entry('+', identifier));
         return controls.value(identifier);
     }
-    void releaseControl(QMediaControl *control) override { log('-', controls.key(control)); }
+    void releaseControl(QMediaControl *control) override
+    {
+        FakeLog::add(entry('-', controls.key(control)));
+    }
 
     QMap<QByteArray, QMediaControl *> controls;
 
@@ -48,10 +52,13 @@ private:
         const QByteArray name = identifier.left(identifier.indexOf('/'));
         return name.mid(name.lastIndexOf('.') + 1).replace("control", "");
     }
-    void log(char sign, const QByteArray &identifier)
+    bool isLogged(const QByteArray &identifier) const
     {
-        if (!unlogged.contains(shortName(identifier)))
-            FakeLog::add(this, sign + shortName(identifier));
+        return !unlogged.contains(shortName(identifier));
+    }
+    QByteArray entry(char sign, const QByteArray &identifier) const
+    {
+        return objectName().toLatin1() + sign + shortName(identifier);
     }
 };
 
