@@ -17,13 +17,19 @@ namespace {
 
 using Plugins = QList<QMediaServiceProviderPlugin *>;
 
-Q_GLOBAL_STATIC(QFLPluginServiceProvider, pluginServiceProvider)
+// Never destroyed: media objects with static life time may outlive everything else. The library isn't
+// unloaded either.
+QFLPluginServiceProvider *pluginServiceProvider()
+{
+    static auto *const provider = new QFLPluginServiceProvider;
+    return provider;
+}
+
 Q_GLOBAL_STATIC_WITH_ARGS(QMediaPluginLoader, pluginLoader,
                           (QMediaServiceProviderFactoryInterface_iid, QLatin1String("mediaservice"),
                            Qt::CaseInsensitive))
 
-// Qt may ask for services until the process ends, so at exit it gets its own provider back before
-// ours is gone.
+// Media objects that are made late in the process's exit get Qt's own provider.
 class ProviderInstallation
 {
 public:
