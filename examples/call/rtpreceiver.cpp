@@ -6,6 +6,8 @@
 
 #include <qflencodedvideosink.h>
 
+#include <utility>
+
 namespace {
 
 // A request may be lost as any packet may, so it is made again.
@@ -47,14 +49,15 @@ quint64 RtpReceiver::bytesReceived() const
 /*! Starts the sink. Returns false if there is one already, or if it does not take the stream. */
 bool RtpReceiver::addSink(QFLSink *sink)
 {
-    auto *videoSink = dynamic_cast<QFLEncodedVideoSink *>(sink);
+    auto *videoSink = QFLEncodedVideoSink::fromSink(sink);
     if (m_sink || !videoSink || !videoSink->isFormatSupported(m_settings))
         return false;
-    if (!videoSink->start(m_settings))
-        return false;
+    // Noted first, as the sink may remove itself while it starts.
     m_sink = videoSink;
     m_waitsForKeyFrame = true;
-    return true;
+    if (!videoSink->start(m_settings) && m_sink == videoSink)
+        m_sink = nullptr;
+    return m_sink == videoSink;
 }
 
 /*! Stops the sink. */
@@ -62,8 +65,7 @@ bool RtpReceiver::removeSink(QFLSink *sink)
 {
     if (!m_sink || m_sink != sink)
         return false;
-    m_sink->stop();
-    m_sink = nullptr;
+    std::exchange(m_sink, nullptr)->stop();
     return true;
 }
 

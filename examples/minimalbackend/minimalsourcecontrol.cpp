@@ -15,7 +15,8 @@
 
     Lives in the thread of \a encodeControl, whose stream signals are emitted there. From within any
     call to a sink, sinks may be removed, and the encoder be stopped, started anew or deleted. What
-    follows on a call asks watch() first, and looks the sink's state up anew.
+    follows on a call asks watch() first, and looks the sink's state up anew. A sink that has been
+    destroyed isn't linked any more.
 */
 
 //! [connect]
@@ -36,17 +37,18 @@ MinimalSourceControl::MinimalSourceControl(MinimalEncodeControl *encodeControl, 
 //! [sinks]
 bool MinimalSourceControl::addSink(QFLSink *sink)
 {
-    auto *videoSink = dynamic_cast<QFLEncodedVideoSink *>(sink);
-    if (!videoSink || m_states.contains(videoSink))
+    auto *videoSink = QFLEncodedVideoSink::fromSink(sink);
+    if (!videoSink || isLinked(videoSink))
         return false;
+    m_sinks.insert(videoSink, sink);
     m_states.insert(videoSink, Idle);
     const bool isStreaming = !m_encodeControl->streamSettings().isNull();
     if (!isStreaming)
         return true;
     const QPointer<MinimalSourceControl> self(this);
     if (!startSink(videoSink))
-        m_states.remove(videoSink);
-    if (!self || !m_states.contains(videoSink))
+        m_sinks.remove(videoSink);
+    if (!self || !isLinked(videoSink))
         return false;
     m_encodeControl->requestKeyFrame();
     return true;
@@ -54,9 +56,9 @@ bool MinimalSourceControl::addSink(QFLSink *sink)
 
 bool MinimalSourceControl::removeSink(QFLSink *sink)
 {
-    auto *videoSink = dynamic_cast<QFLEncodedVideoSink *>(sink);
+    auto *videoSink = QFLEncodedVideoSink::fromSink(sink);
     const bool wasStarted = isStarted(videoSink);
-    if (m_states.remove(videoSink) == 0)
+    if (m_sinks.remove(videoSink) == 0)
         return false;
     if (wasStarted)
         videoSink->stop();
@@ -64,18 +66,23 @@ bool MinimalSourceControl::removeSink(QFLSink *sink)
 }
 //! [sinks]
 
+bool MinimalSourceControl::isLinked(QFLEncodedVideoSink *sink) const
+{
+    return !m_sinks.value(sink).isNull();
+}
+
 bool MinimalSourceControl::isStarted(QFLEncodedVideoSink *sink) const
 {
-    return m_states.value(sink, Idle) != Idle;
+    return isLinked(sink) && m_states.value(sink, Idle) != Idle;
 }
 
 void MinimalSourceControl::forEachSink(const std::function<void(QFLEncodedVideoSink *)> &call)
 {
     const QPointer<MinimalSourceControl> self(this);
     const int stream = m_stream;
-    const QList<QFLEncodedVideoSink *> sinks = m_states.keys();
+    const QList<QFLEncodedVideoSink *> sinks = m_sinks.keys();
     for (QFLEncodedVideoSink *sink : sinks) {
-        if (self && stream == m_stream && m_states.contains(sink))
+        if (self && stream == m_stream && isLinked(sink))
             call(sink);
     }
 }
@@ -100,7 +107,7 @@ std::function<bool()> MinimalSourceControl::watch(QFLEncodedVideoSink *sink) con
 {
     const QPointer<const MinimalSourceControl> self(this);
     return [self, stream = m_stream, sink] {
-        return self && self->m_stream == stream && self->m_states.contains(sink);
+        return self && self->m_stream == stream && self->isLinked(sink);
     };
 }
 //! [startSink]

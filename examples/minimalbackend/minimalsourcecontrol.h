@@ -7,6 +7,8 @@
 
 #include <qflencodedvideosourcecontrol.h>
 
+#include <qflsinkpointer.h>
+
 #include <QtCore/qmap.h>
 #include <QtMultimedia/qmediaencodersettings.h>
 
@@ -29,6 +31,7 @@ public:
 private:
     enum SinkState { Idle, AwaitsKeyFrame, Receives, Drained };
 
+    bool isLinked(QFLEncodedVideoSink *sink) const;
     bool isStarted(QFLEncodedVideoSink *sink) const;
     std::function<bool()> watch(QFLEncodedVideoSink *sink) const;
     void forEachSink(const std::function<void(QFLEncodedVideoSink *)> &call);
@@ -41,6 +44,7 @@ private:
     void deliverTo(QFLEncodedVideoSink *sink, const QFLEncodedVideoFrame &frame);
 
     MinimalEncodeControl *m_encodeControl;
+    QMap<QFLEncodedVideoSink *, QFLSinkPointer> m_sinks;
     QMap<QFLEncodedVideoSink *, SinkState> m_states;
     int m_stream = 0;
 };

@@ -26,13 +26,15 @@ FrameReceiver::~FrameReceiver()
 //! [sinks]
 bool FrameReceiver::addSink(QFLSink *sink)
 {
-    auto *videoSink = dynamic_cast<QFLEncodedVideoSink *>(sink);
-    if (m_sink || !videoSink || !videoSink->isFormatSupported(m_settings)
-        || !videoSink->start(m_settings))
+    auto *videoSink = QFLEncodedVideoSink::fromSink(sink);
+    if (m_sink || !videoSink || !videoSink->isFormatSupported(m_settings))
         return false;
+    // Noted first, as the sink may remove itself while it starts.
     m_sink = videoSink;
     m_awaitsKeyFrame = true;
-    return true;
+    if (!videoSink->start(m_settings) && m_sink == videoSink)
+        m_sink = nullptr;
+    return m_sink == videoSink;
 }
 
 bool FrameReceiver::removeSink(QFLSink *sink)

@@ -19,7 +19,8 @@
     \endlist
 
     A state that is asked for has been reached when setState() returns, or an error has been
-    reported. After an error the camera is unloaded, or loaded if only the settings were not
+    reported. The state is announced after each request and each failure, whether it has changed or
+    not: the camera may have ignored an earlier report. After an error the camera is unloaded, or loaded if only the settings were not
     possible; asking again tries again. The error is reported last, when the state is settled.
 
     Receivers of the signals may ask for another state, or delete the camera: a step that finds that
@@ -49,8 +50,12 @@ QCamera::State CameraControl::state() const
 
 void CameraControl::setState(QCamera::State state)
 {
-    if (m_isShutDown || (state == m_state && isSettled()))
+    if (m_isShutDown)
         return;
+    if (state == m_state && isSettled()) {
+        Q_EMIT stateChanged(state);
+        return;
+    }
     const std::shared_ptr<const void> alive = m_session->keepAlive();
     switch (state) {
     case QCamera::UnloadedState:
@@ -232,18 +237,16 @@ int CameraControl::setStatus(QCamera::Status status)
 }
 
 /*!
-    Both are set before either is announced, so that a receiver never sees them contradict. False if
+    Both are set before either is announced, the state also when it is the same as before, so that a receiver never sees them contradict. False if
     a receiver has asked for another state.
 */
 bool CameraControl::settle(QCamera::State state, QCamera::Status status)
 {
     const int change = ++m_changes;
-    const bool isStateNew = state != m_state;
     const bool isStatusNew = status != m_status;
     m_state = state;
     m_status = status;
-    if (isStateNew)
-        Q_EMIT stateChanged(state);
+    Q_EMIT stateChanged(state);
     if (isStatusNew && change == m_changes)
         Q_EMIT statusChanged(status);
     return change == m_changes;

@@ -12,7 +12,22 @@
 
 namespace {
 
-// The type is local to this file, so a cast to it never succeeds for another module's buffers.
+class GstVideoBuffer;
+
+// The handle by which a buffer of ours is told from others. A cast of the language crashes on buffers
+// of applications that are built without run-time type information.
+struct GstVideoBufferHandle
+{
+    const GstVideoBuffer *buffer;
+};
+
+} // namespace
+
+Q_DECLARE_TYPEINFO(GstVideoBufferHandle, Q_PRIMITIVE_TYPE);
+Q_DECLARE_METATYPE(GstVideoBufferHandle)
+
+namespace {
+
 class GstVideoBuffer : public QAbstractPlanarVideoBuffer
 {
 public:
@@ -22,6 +37,7 @@ public:
     GstBufferPointer reference() const;
     bool hasLayoutOf(const GstVideoInfo &info) const;
 
+    QVariant handle() const override;
     MapMode mapMode() const override;
     int map(MapMode mode, int *numBytes, int bytesPerLine[4], uchar *data[4]) override;
     void unmap() override;
@@ -53,6 +69,11 @@ bool GstVideoBuffer::hasLayoutOf(const GstVideoInfo &info) const
     return GST_VIDEO_INFO_FORMAT(&m_info) == GST_VIDEO_INFO_FORMAT(&info)
             && (gst_buffer_get_video_meta(m_buffer.get())
                 || gst_buffer_get_size(m_buffer.get()) >= GST_VIDEO_INFO_SIZE(&info));
+}
+
+QVariant GstVideoBuffer::handle() const
+{
+    return QVariant::fromValue(GstVideoBufferHandle {this});
 }
 
 QAbstractVideoBuffer::MapMode GstVideoBuffer::mapMode() const
@@ -90,6 +111,13 @@ void GstVideoBuffer::unmap()
         return;
     gst_video_frame_unmap(&m_frame);
     m_mode = NotMapped;
+}
+
+const GstVideoBuffer *ownBuffer(const QVideoFrame &frame)
+{
+    const QVariant handle = frame.handle();
+    const bool isOwn = handle.userType() == qMetaTypeId<GstVideoBufferHandle>();
+    return isOwn ? handle.value<GstVideoBufferHandle>().buffer : nullptr;
 }
 
 // Keeps a frame of the application mapped for as long as GStreamer uses its memory.
@@ -246,7 +274,7 @@ GstBufferPointer VideoFrame::toGst(const QVideoFrame &frame, const GstVideoInfo 
     if (!errorText->isEmpty())
         return nullptr;
 
-    const auto *own = dynamic_cast<GstVideoBuffer *>(frame.buffer());
+    const GstVideoBuffer *own = ownBuffer(frame);
     if (own && own->hasLayoutOf(info))
         return own->reference();
 

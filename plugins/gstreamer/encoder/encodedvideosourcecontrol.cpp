@@ -16,8 +16,8 @@
 /*!
     Follows the runs of \a encodeControl, which must outlive this control: its sinks are started,
     drained and stopped with it, and get its frames in order. Everything happens in the thread of
-    the encode control. From within any call, a sink may link or remove itself or others, and start
-    or stop the encoder; from within any but start() it may also delete the service.
+    the encode control. From within any call, a sink may link or remove itself or others, start or
+    stop the encoder, and delete the service. A sink that is destroyed is dropped.
 
     Each sink's stream begins with a key frame, and goes on with one after a frame that it refused.
     All get a frame before anyone gets the next, those last that took longer for their latest one
@@ -51,18 +51,23 @@ EncodedVideoSourceControl::~EncodedVideoSourceControl()
 */
 bool EncodedVideoSourceControl::addSink(QFLSink *sink)
 {
-    auto *videoSink = dynamic_cast<QFLEncodedVideoSink *>(sink);
+    auto *videoSink = QFLEncodedVideoSink::fromSink(sink);
+    dropDestroyedSinks();
     if (!videoSink || find(videoSink))
         return false;
-    m_sinks.append({videoSink});
+    m_sinks.append({videoSink, sink});
     if (m_encodeControl->status() != QFLEncoder::StartedStatus)
         return true;
-    if (!startSink(videoSink, m_encodeControl->streamSettings())) {
+    const QPointer<EncodedVideoSourceControl> self(this);
+    const bool isTaken = startSink(videoSink, m_encodeControl->streamSettings());
+    if (!self || !find(videoSink))
+        return false;
+    if (!isTaken) {
         removeSink(sink);
         return false;
     }
     m_encodeControl->requestKeyFrame();
-    return find(videoSink);
+    return true;
 }
 
 /*! Stops \a sink if it is started. Nothing is called in it once this has returned. */
@@ -75,7 +80,7 @@ bool EncodedVideoSourceControl::removeSink(QFLSink *sink)
         return false;
     const LinkedSink removed = *position;
     m_sinks.erase(position);
-    if (removed.state != Stopped)
+    if (removed.state != Stopped && removed.pointer)
         removed.sink->stop();
     return true;
 }
@@ -84,13 +89,25 @@ EncodedVideoSourceControl::LinkedSink *EncodedVideoSourceControl::find(
         const QFLEncodedVideoSink *sink)
 {
     const auto position
-            = std::find_if(m_sinks.begin(), m_sinks.end(),
-                           [sink](const LinkedSink &linked) { return linked.sink == sink; });
+            = std::find_if(m_sinks.begin(), m_sinks.end(), [sink](const LinkedSink &linked) {
+                  return linked.sink == sink && linked.pointer;
+              });
     return position == m_sinks.end() ? nullptr : &*position;
 }
 
-QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::receivers() const
+void EncodedVideoSourceControl::dropDestroyedSinks()
 {
+    const auto end = std::remove_if(m_sinks.begin(), m_sinks.end(),
+                                    [](const LinkedSink &linked) { return !linked.pointer; });
+    if (end == m_sinks.end())
+        return;
+    m_sinks.erase(end, m_sinks.end());
+    qCWarning(lcFaceLinkGStreamer, "A sink was destroyed that had not been unlinked");
+}
+
+QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::receivers()
+{
+    dropDestroyedSinks();
     QVector<QFLEncodedVideoSink *> result;
     for (bool isSlow : {false, true}) {
         for (const LinkedSink &linked : m_sinks) {
@@ -106,15 +123,16 @@ QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::receivers() const
 bool EncodedVideoSourceControl::startSink(QFLEncodedVideoSink *sink,
                                           const QVideoEncoderSettings &settings)
 {
+    const QPointer<EncodedVideoSourceControl> self(this);
     const bool isSupported = sink->isFormatSupported(settings);
-    LinkedSink *linked = find(sink);
+    LinkedSink *linked = self ? find(sink) : nullptr;
     if (!isSupported || !linked)
         return isSupported;
     linked->state = Starting;
     linked->awaitsKeyFrame = true;
     linked->isSlow = false;
     const bool isStarted = sink->start(settings);
-    linked = find(sink);
+    linked = self ? find(sink) : nullptr;
     if (!linked || linked->state != Starting)
         return true;
     linked->state = isStarted ? Started : Stopped;
@@ -129,7 +147,7 @@ void EncodedVideoSourceControl::startSinks(const QVideoEncoderSettings &settings
     for (const LinkedSink &linked : sinks) {
         // Those that joined when the status changed have been started.
         const LinkedSink *present = self && run == m_run ? find(linked.sink) : nullptr;
-        if (present && present->state == Stopped && !startSink(linked.sink, settings))
+        if (present && present->state == Stopped && !startSink(linked.sink, settings) && self)
             reportRefusal(settings);
     }
 }
@@ -209,7 +227,7 @@ bool EncodedVideoSourceControl::prepare(QFLEncodedVideoSink *sink, bool isKeyFra
         linked = self && run == m_run ? find(sink) : nullptr;
         const QVideoEncoderSettings settings
                 = self ? m_encodeControl->streamSettings() : QVideoEncoderSettings();
-        if (linked && linked->state == Stopped && !startSink(sink, settings))
+        if (linked && linked->state == Stopped && !startSink(sink, settings) && self)
             reportRefusal(settings);
         linked = self && run == m_run ? find(sink) : nullptr;
     }

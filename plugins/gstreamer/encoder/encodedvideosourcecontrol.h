@@ -7,6 +7,7 @@
 
 #include "qflencodedvideoframe.h"
 #include "qflencodedvideosourcecontrol.h"
+#include "qflsinkpointer.h"
 
 #include <QtCore/qvector.h>
 #include <QtMultimedia/qmediaencodersettings.h>
@@ -31,13 +32,15 @@ private:
     struct LinkedSink
     {
         QFLEncodedVideoSink *sink = nullptr;
+        QFLSinkPointer pointer;
         SinkState state = Stopped;
         bool awaitsKeyFrame = true;
         bool isSlow = false;
     };
 
     LinkedSink *find(const QFLEncodedVideoSink *sink);
-    QVector<QFLEncodedVideoSink *> receivers() const;
+    QVector<QFLEncodedVideoSink *> receivers();
+    void dropDestroyedSinks();
 
     bool startSink(QFLEncodedVideoSink *sink, const QVideoEncoderSettings &settings);
     void startSinks(const QVideoEncoderSettings &settings);
