@@ -101,6 +101,18 @@ private slots:
         QCOMPARE(camera.viewfinderSettings(), yuyv);
     }
 
+    // Areas are 32-bit numbers, which wrap around.
+    void areas()
+    {
+        FakeWorld world("facelink.camera", "c");
+        auto *control
+                = world.service.add<FakeViewfinderSettings>(QCameraViewfinderSettingsControl2_iid);
+        control->supported = {make({65536, 65537}, 0, 0), make({1, 1}, 0, 0),
+                              make({65536, 32768}, 0, 0), make({65536, 65536}, 0, 0)};
+        QCOMPARE(QFLCamera().supportedViewfinderResolutions(),
+                 QList<QSize>({{65536, 32768}, {65536, 65536}, {1, 1}, {65536, 65537}}));
+    }
+
     // Every supported parameter is written, set or not.
     void olderOrNoControl()
     {

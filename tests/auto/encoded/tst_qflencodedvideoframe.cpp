@@ -60,6 +60,9 @@ private slots:
         QCOMPARE(unquoted, text.remove(QLatin1Char('"')));
         QDebug(&spaced) << frame << 1 << 2;
         QVERIFY2(spaced.endsWith(QStringLiteral(") 1 2 ")), qPrintable(spaced));
+        QString hexadecimal;
+        QDebug(&hexadecimal).nospace() << Qt::hex << frame << 255;
+        QCOMPARE(hexadecimal, plain + QStringLiteral("ff"));
     }
 
     void copiedBytes()
@@ -81,6 +84,20 @@ private slots:
             QVERIFY2(message.startsWith("warning default: "), message);
             QCOMPARE(message.count("warning default"), 1);
         }
+    }
+
+    // The most bytes that an array refers to, shared like any others.
+    void largestArray()
+    {
+        const char byte = 'x';
+        QByteArray most = QByteArray::fromRawData(&byte, std::numeric_limits<int>::max());
+        const Frame frame(most, {Frame::Type_Key, 1});
+        QCOMPARE(frame.data().constData(), &byte);
+        QCOMPARE(frame.data().size(), std::numeric_limits<int>::max());
+        QString text;
+        QDebug(&text) << frame;
+        QVERIFY2(text.startsWith(QStringLiteral("QFLEncodedVideoFrame(2147483647, ")),
+                 qPrintable(text));
     }
 
     void sharing()

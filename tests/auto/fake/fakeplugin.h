@@ -81,12 +81,19 @@ public:
     {
         return 90 * script().positions.value(device);
     }
-    QString codec(const QByteArray &id) override { return QString::fromLatin1(m_name + ' ' + id); }
-    bool isEncoder(const QByteArray &codecId) override { return codecId.endsWith("enc"); }
-    bool isHardwareAccelerated(const QByteArray &id) override { return id.startsWith("hw"); }
-    int maxInstances(const QByteArray &codecId) override { return codecId.size(); }
+    QString codec(const QByteArray &id) override
+    {
+        return ask("codec"), QString::fromLatin1(m_name + ' ' + id);
+    }
+    bool isEncoder(const QByteArray &id) override { return ask("isEncoder"), id.endsWith("enc"); }
+    bool isHardwareAccelerated(const QByteArray &id) override
+    {
+        return ask("isHardware"), id.startsWith("hw");
+    }
+    int maxInstances(const QByteArray &id) override { return ask("maxInstances"), id.size(); }
 
 protected:
+    void ask(const QByteArray &question) const { FakeLog::addQuestion(m_name + ' ' + question); }
     FakePluginScript &script() const { return fakePluginScripts()[m_name]; }
 
     QByteArray m_name;

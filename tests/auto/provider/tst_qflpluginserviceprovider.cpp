@@ -201,6 +201,46 @@ private slots:
         COMPARE_LOG("first release, known 0");
     }
 
+    // A plugin may use the provider itself while it makes a service or takes one back.
+    void requestsWithinEachOther()
+    {
+        const FakeLog log;
+        QMediaService *inner = nullptr;
+        callOnce([&] { inner = provider()->requestService("test.all", Hint()); });
+        QMediaService *outer = provider()->requestService("test.all", Hint());
+        QVERIFY(inner && outer && inner != outer);
+        callOnce([&] { provider()->releaseService(inner); });
+        provider()->releaseService(outer);
+        provider()->releaseService(inner);
+        provider()->releaseService(outer);
+        COMPARE_LOG("first create test.all, first create test.all, first release, first release");
+    }
+
+    // Lists are read on several threads while services come and go on one.
+    void queriesBesideRequests()
+    {
+        offer({"second", "third", "plain", "decoding"}, {});
+        offer({"first"}, {devices});
+        plugin("first").devices = {"x"};
+        std::atomic<int> right {0};
+        QVector<QThread *> threads;
+        for (int i = 0; i < 3; ++i) {
+            threads.append(QThread::create([&] {
+                for (int j = 0; j < 200; ++j)
+                    right += provider()->devices("test.all") == QByteArrayList({"x"});
+            }));
+            threads.last()->start();
+        }
+        for (int j = 0; j < 200; ++j) {
+            QMediaService *service = provider()->requestService("facelink.camera", Hint());
+            provider()->releaseService(service);
+        }
+        for (QThread *thread : qAsConst(threads))
+            thread->wait();
+        qDeleteAll(threads);
+        QCOMPARE(int(right), 600);
+    }
+
     // Estimates and types count only those plugins that have the features behind the flags.
     void formatQueries_data()
     {
@@ -306,7 +346,9 @@ private slots:
         QCOMPARE(bare.maxInstances(), 0);
 
         offer({"second", "third"}, {codecInfo});
+        const FakeLog log;
         const QFLCodecInfo info("hwenc");
+        COMPARE_LOG("second isEncoder, second codec, second maxInstances, second isHardware");
         QCOMPARE(info.codecId(), QByteArray("hwenc"));
         QCOMPARE(info.codec(), QStringLiteral("second hwenc"));
         QVERIFY(info.isEncoder() && info.isHardwareAccelerated());
