@@ -357,8 +357,16 @@ void QFLCameraPrivate::_q_updateState(QCamera::State newState)
 
     A property that the backend can't change in the active state is changed by way of a restart,
     which needs a running event loop. The camera stays in the active state for the application: of
-    the way through the loaded state only statusChanged() tells. A request of a state calls a
-    restart off that has not taken place.
+    the way through the loaded state only statusChanged() tells, and the surfaces, which are stopped
+    and started. A request of a state calls a restart off that has not taken place.
+
+    \par In slots, sinks and surfaces
+    Requests of a state, a mode, settings or locks, and setViewfinder(), lead to slots, to the
+    surfaces' start() and stop(), and by way of bound encoders to sinks. All of these may do
+    anything: request another state, lock and unlock, set another surface, bind and unbind, and
+    delete the camera, a surface or an encoder. The call that led there then leaves everything alone
+    and returns; of calls within each other the last one counts. While the camera is being deleted
+    itself, that can't be done a second time; QObject::deleteLater() does no harm.
 */
 
 /*!
@@ -624,7 +632,8 @@ QCameraImageProcessing *QFLCamera::imageProcessing() const
 
 /*!
     Shows the camera's pictures on \a surface, which is not owned and may be destroyed first; null
-    shows them nowhere. It may be changed in every state. A camera without a renderer control keeps
+    shows them nowhere. It may be changed in every state, also from within the surface's own start()
+    and stop(). A camera without a renderer control keeps
     the surface and shows nothing, which no signal reports.
 */
 void QFLCamera::setViewfinder(QAbstractVideoSurface *surface)
@@ -635,7 +644,8 @@ void QFLCamera::setViewfinder(QAbstractVideoSurface *surface)
 
 /*!
     Requests QCamera::LoadedState, as stop() does: has the backend open the device, or take no more
-    pictures of an open one. stateChanged() tells that it has, error() that it failed.
+    pictures of an open one. stateChanged() tells that it has, if state() was another one before,
+    and error() that it failed.
 */
 void QFLCamera::load()
 {
@@ -645,7 +655,7 @@ void QFLCamera::load()
 
 /*!
     Requests QCamera::UnloadedState: has the backend close the device. stateChanged() tells that it
-    has.
+    has, if state() was another one before.
 */
 void QFLCamera::unload()
 {
@@ -655,7 +665,8 @@ void QFLCamera::unload()
 
 /*!
     Requests QCamera::ActiveState: has the backend take pictures, with the device opened before if
-    need be. stateChanged() tells that it does, error() that it failed.
+    need be. stateChanged() tells that it does, if state() was another one before, and error() that
+    it failed.
 */
 void QFLCamera::start()
 {
@@ -665,7 +676,7 @@ void QFLCamera::start()
 
 /*!
     Requests QCamera::LoadedState, as load() does: has the backend take no more pictures and keep
-    the device open. stateChanged() tells that it does.
+    the device open. stateChanged() tells that it does, if state() was another one before.
 */
 void QFLCamera::stop()
 {

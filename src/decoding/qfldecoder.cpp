@@ -110,7 +110,7 @@ bool QFLDecoderPrivate::linkTo(QMediaObject *object, QFLEncodedVideoSourceContro
     const int request = bindRequest;
     // A source that has refused the sink earlier is left first.
     decodingSink->unlink();
-    const bool isLinked = self && source && request == bindRequest && decodingSink->link(source);
+    const bool isLinked = self && request == bindRequest && decodingSink->link(source);
     if (!self)
         return false;
     if (isLinked || request != bindRequest)
@@ -221,6 +221,20 @@ void QFLDecoderPrivate::_q_outputFormatChanged(const QVideoSurfaceFormat &format
     \b UnavailableStatus, not in the picture: there is no decoder service, or it has no decode
     control. This never changes; every operation then does nothing or returns the neutral value that
     is named with it.
+
+    \par In slots, sinks and surfaces
+    Starting, stopping, binding and unbinding a decoder, or giving it another surface, leads to
+    slots, to sources and sinks, and to the surface's start() and stop(). All of these may do
+    anything: start or stop the decoder, bind it to another object or unbind it, set another
+    surface, and delete the decoder, the object or the surface. The call that led there then leaves
+    everything alone and returns; of calls within each other the last one counts.
+
+    \par
+    There are two exceptions. QMediaObject::bind() of a decoder that is bound to another object
+    unbinds it first, and Qt then goes on with the decoder and the new object: don't delete either
+    meanwhile, or call QMediaObject::unbind() yourself before. And the destructor of a started
+    decoder still emits signals, in whose slots the decoder can't be deleted a second time;
+    QObject::deleteLater() does no harm there.
 */
 
 /*!
@@ -334,7 +348,8 @@ QMediaObject *QFLDecoder::mediaObject() const
     Has the encoded frames of \a object decoded, in place of those of the object bound before; null
     only unbinds. The decoder does not own the object and forgets it when it is destroyed. Returns
     false, and leaves the decoder unbound, if the object's service offers no encoded frames or
-    refuses to deliver them. Called by QMediaObject::bind() and QMediaObject::unbind(), which
+    refuses to deliver them; or if a slot, a source or a surface has bound the decoder to something
+    else meanwhile, which then stays. Called by QMediaObject::bind() and QMediaObject::unbind(), which
     applications use.
 */
 bool QFLDecoder::setMediaObject(QMediaObject *object)
@@ -406,7 +421,8 @@ bool QFLDecoder::isFormatSupported(const QVideoEncoderSettings &settings) const
 
 /*!
     Shows the decoded pictures on \a surface, which is not owned, lives in the decoder's thread and
-    may be destroyed first; null shows them nowhere. It may be changed during a run. A decoder
+    may be destroyed first; null shows them nowhere. It may be changed during a run, also from
+    within the surface's own start() and stop(). A decoder
     without a renderer control keeps the surface and shows nothing, which no signal reports.
 */
 void QFLDecoder::setVideoSurface(QAbstractVideoSurface *surface)

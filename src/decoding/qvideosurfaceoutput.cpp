@@ -57,15 +57,15 @@ void QVideoSurfaceOutput::routeTo(QMediaObject *owner, QObject *&boundOutput,
     if (!self || routing != m_routing || (boundOutput == this && surface))
         return;
 
-    // The record goes first, and comes first, so that a call on the way finds what it leaves.
+    // Off the record before it is unbound and on it before it is bound, for calls on the way.
     if (QObject *output = std::exchange(boundOutput, nullptr))
         owner->unbind(output);
-    if (!self || routing != m_routing || !surface)
+    if (!self || !surface)
         return;
 
     boundOutput = this;
     const bool isBound = owner->bind(this);
-    if (!isBound && self && routing == m_routing)
+    if (!isBound && self)
         boundOutput = nullptr;
 }
 
@@ -82,7 +82,7 @@ bool QVideoSurfaceOutput::setMediaObject(QMediaObject *object)
 {
     const QPointer<QVideoSurfaceOutput> self(this);
     dropBinding();
-    if (!self || m_control)
+    if (!self)
         return false;
 
     QMediaService *service = object ? object->service() : nullptr;

@@ -77,7 +77,8 @@ QFLEncodedVideoFrame::QFLEncodedVideoFrame() : d(new QFLEncodedVideoFramePrivate
 
 /*!
     Makes a frame that shares the bytes of \a data, which is left unchanged, and has a copy of \a
-    meta.
+    meta. Bytes of QByteArray::fromRawData() are shared as well: they must stay as they are for as
+    long as anyone has the frame or its data().
 */
 QFLEncodedVideoFrame::QFLEncodedVideoFrame(QByteArray &data, const MetaData &meta)
     : QFLEncodedVideoFrame()

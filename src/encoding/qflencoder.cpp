@@ -168,6 +168,11 @@ void QFLEncoderPrivate::_q_error(QFLEncoder::Error code, const QString &descript
     the object that it is bound to and the sinks; only the sinks have to be taken off before the
     encoder is destroyed.
 
+    An encoder has one sink on record, the one that was linked last, and takes off only this one: an
+    earlier sink, unlinked, goes on getting frames until it or the encoder's service is destroyed.
+    For several sinks link each to the QFLEncodedVideoSourceControl of service() instead, which
+    knows them all.
+
     The encoder is used from the thread that it lives in, in which its signals are emitted too; this
     needs a running event loop if the backend works in threads of its own. Failures of the backend
     arrive by errorChanged(), never as exceptions.
@@ -201,6 +206,21 @@ void QFLEncoderPrivate::_q_error(QFLEncoder::Error code, const QString &descript
     \b UnavailableStatus, not in the picture: there is no encoder service, the service has no encode
     control, or the backend can't encode on this machine. Without service or control this never
     changes; every operation then does nothing or returns the neutral value that is named with it.
+
+    \par In slots, sinks and surfaces
+    Starting, stopping, binding and unbinding an encoder, or linking and unlinking a sink, leads to
+    slots and to the sink's start() and stop(). All of these may do anything: start or stop the
+    encoder, bind it to another object or unbind it, link and unlink sinks, and delete the encoder,
+    the object or the sink. The call that led there then leaves everything alone and returns; of
+    calls within each other the last one counts.
+
+    \par
+    There are three exceptions. QMediaObject::bind() of an encoder that is bound to another object
+    unbinds it first, and Qt then goes on with the encoder and the new object: don't delete either
+    meanwhile, or call QMediaObject::unbind() yourself before. A sink that still has the encoder on
+    record must forget it when the encoder is deleted: QFLSink::unlink(QFLSource *) does that at any
+    time. And the destructor of a started encoder still emits signals, in whose slots the encoder
+    can't be deleted a second time; QObject::deleteLater() does no harm there.
 */
 
 /*!
@@ -305,7 +325,8 @@ QMediaObject *QFLEncoder::mediaObject() const
     Has the frames of \a object encoded, in place of those of the object bound before; null only
     unbinds. The encoder does not own the object and forgets it when it is destroyed. Returns false,
     and leaves the encoder unbound, if the object has no service; true otherwise, also if the
-    service delivers no frames. Called by QMediaObject::bind() and QMediaObject::unbind(), which
+    service delivers no frames. False, too, if a slot or a sink has bound the encoder to something
+    else meanwhile, which then stays. Called by QMediaObject::bind() and QMediaObject::unbind(), which
     applications use.
 */
 bool QFLEncoder::setMediaObject(QMediaObject *object)
@@ -320,8 +341,9 @@ bool QFLEncoder::setMediaObject(QMediaObject *object)
 
 /*!
     Has the backend deliver the encoded frames to \a sink, which is not owned, beside the sinks that
-    it delivers to already. Returns false if it does not accept it, or can't deliver to sinks.
-    Called by QFLSink::link(), which applications use. What the sink reports of its activity and its
+    it delivers to already; removeSink() can take off only the one that was added last. Returns
+    false if the backend does not accept it, because the sink has removed itself in its start() for
+    instance, or can't deliver to sinks. Called by QFLSink::link(), which applications use. What the sink reports of its activity and its
     errors has no effect on the encoder.
 */
 bool QFLEncoder::addSink(QFLSink *sink)
@@ -343,7 +365,7 @@ bool QFLEncoder::addSink(QFLSink *sink)
 
 /*!
     Ends the delivery to \a sink: nothing of it is called after this has returned true. Returns
-    false if it is not the sink that was added last, or if the backend refuses. Called by
+    false, and ends nothing, if it is not the sink that was added last, or if the backend refuses. Called by
     QFLSink::unlink(), which applications use.
 */
 bool QFLEncoder::removeSink(QFLSink *sink)

@@ -18,7 +18,11 @@
     without a wait for what the sink does in threads of its own. A sink that fails reports it with
     setError().
 
-    A QObject class that is such a sink lists it with Q_INTERFACES; the identifier is
+    From within each of these functions the sink may unlink itself, be linked elsewhere or be
+    destroyed, and the source be stopped, started or destroyed.
+
+    A QObject class that is such a sink lists it together with its base, as
+    \c {Q_INTERFACES(QFLEncodedVideoSink : QFLSink)}; the identifier is
     QFLEncodedVideoSink_iid, "facelink.encodedvideosink/1.0".
 */
 
@@ -33,7 +37,8 @@
     \fn bool QFLEncodedVideoSink::encodedVideoFrame(const QFLEncodedVideoFrame &frame)
 
     Takes one \a frame of the stream that start() has announced; the first one is a key frame. The
-    source calls this for each frame, in order. The frame may be kept: its bytes are shared. A sink
+    source calls this for each frame, in order. The frame may be kept: its bytes are shared, and stay
+    unless the source made them with QByteArray::fromRawData(), which it then must document. A sink
     that returns false has not taken it, and is offered the next key frame.
 */
 

@@ -14,13 +14,16 @@
 
     The sink does not own its source. It must be unlinked before it is destroyed, and before its
     source is: neither is told of the other's end. A sink and its source are used from one thread,
-    and call each other on it at once.
+    and call each other on it at once. A source in the midst of a call to a sink, its start() or
+    stop() say, lets it link and unlink itself and be destroyed; the source that a sink is being
+    linked to must live until the source before has been left.
 
     Activity and error are the sink's own: its implementation sets them, and they stay what they are
     when the sink is linked to another source.
 
-    A QObject class that is a sink lists QFLSink, or the class derived from it, with Q_INTERFACES;
-    the identifier is QFLSink_iid, "facelink.sink/1.0".
+    A QObject class that is a sink lists QFLSink with Q_INTERFACES; the identifier is QFLSink_iid,
+    "facelink.sink/1.0". One that is derived from QFLEncodedVideoSink lists both, as
+    \c {Q_INTERFACES(QFLEncodedVideoSink : QFLSink)}, so that it is found by either.
 */
 
 /*!
@@ -55,9 +58,10 @@ QFLSink::QFLSink(QFLSinkPrivate &dd) : d_ptr(&dd)
 QFLSink::~QFLSink() = default;
 
 /*!
-    Unlinks from the current source, records \a source and returns whether it accepts this sink. A
-    source that refuses stays recorded: it is asked to remove the sink at the next link() or
-    unlink(). Returns false for a null source.
+    Unlinks from the current source by the virtual unlink(), records \a source and returns whether
+    it accepts this sink. A source that refuses stays recorded: it is asked to remove the sink at
+    the next link() or unlink(). Returns false for a null source, and without asking \a source if
+    the sink has been destroyed or linked anew while it left the current one: the last link counts.
 */
 bool QFLSink::link(QFLSource *source)
 {
@@ -86,7 +90,8 @@ bool QFLSink::unlink(QFLSource *source)
 }
 
 /*!
-    Has the source, if there is one, remove this sink, and forgets it.
+    Has the source, if there is one, remove this sink, and forgets it, whether the source has done
+    so or not: a QFLEncoder removes only the sink that was linked to it last.
 */
 void QFLSink::unlink()
 {

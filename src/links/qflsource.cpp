@@ -20,8 +20,10 @@
     \fn bool QFLSource::addSink(QFLSink *sink)
 
     Accepts \a sink as a receiver of this source's frames. Called by QFLSink::link(), with the sink
-    already recording this source; a stream that is under way may be started in the sink at once.
-    Returns false if the source doesn't deliver to it, and then calls nothing of it later.
+    already recording this source; a stream that is under way may be started in the sink at once,
+    and the sink may remove itself upon that. Note the sink before it is started, therefore, by a
+    QFLSinkPointer, and find out by QFLEncodedVideoSink::fromSink() whether it takes video. Returns
+    false if the source doesn't deliver to it, and then calls nothing of it later.
 */
 
 /*!

@@ -25,7 +25,8 @@
     Describes the implementation with the id \a codecId, as the backend describes it now. The
     description is null, and without the id, if the default service provider doesn't describe
     codecs. The first backend with encoders that describes codecs answers for every id, known to it or
-    not; without such a backend the values are neutral, and the description isn't null.
+    not; without such a backend the values are neutral, and the description isn't null. For an id
+    that it doesn't know the GStreamer backend answers with an empty codec(), false and 0.
 */
 QFLCodecInfo::QFLCodecInfo(const QByteArray &codecId) : d(new QFLCodecInfoPrivate)
 {

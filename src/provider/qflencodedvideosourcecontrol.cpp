@@ -19,8 +19,9 @@
     \li QFLSource::addSink() by QFLEncoder::addSink() and, when a decoder is bound, by the link() of
     the decoder's sink. A run that is under way is started in the sink at once. What is no
     QFLEncodedVideoSink is refused, and so is a sink that doesn't support the stream's format.
-    \li QFLSource::removeSink() by QFLEncoder::removeSink() and by the unlink() of the sink. It may
-    come from within any call to the sink.
+    \li QFLSource::removeSink() by QFLEncoder::removeSink(), for the sink that was added last, and by
+    the unlink() of sinks that are linked to the control itself, a decoder's for instance. It may
+    come from within any call to a sink, which may also destroy the sink or the service.
 
     The backend asks an accepted sink QFLEncodedVideoSink::isFormatSupported(), calls its
     QFLEncodedVideoSink::start(), then QFLEncodedVideoSink::encodedVideoFrame() once a frame, from a

@@ -4,6 +4,7 @@
 
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qmutex.h>
+#include <QtMultimedia/qvideoframe.h>
 
 #include <dlfcn.h>
 #include <glib.h>
@@ -15,6 +16,7 @@
 namespace {
 
 char postedEvents;
+char sharedFrames;
 
 template<typename Function> Function *original(const char *name)
 {
@@ -74,6 +76,16 @@ void QMutex::unlock() noexcept
     static const auto giveBack = original<void(QMutex *)>("_ZN6QMutex6unlockEv");
     __tsan_release(this);
     giveBack(this);
+}
+
+// The count of references by which Qt's library finds out that this is the last copy of a frame.
+extern "C" void destroyFrame(QVideoFrame *frame) asm("_ZN11QVideoFrameD1Ev");
+extern "C" Q_DECL_EXPORT void destroyFrame(QVideoFrame *frame)
+{
+    static const auto destroy = original<void(QVideoFrame *)>("_ZN11QVideoFrameD1Ev");
+    __tsan_release(&sharedFrames);
+    __tsan_acquire(&sharedFrames);
+    destroy(frame);
 }
 
 extern "C" {

@@ -251,6 +251,7 @@ private slots:
         COMPARE_LOG(add + ", " + add + ", " + add + ", " + remove);
 
         // A sink that is added while another one is refused its removal stays on record.
+        world.source->sinks.clear();
         QVERIFY(world.encoder.addSink(&first));
         world.source->removes = false;
         callOnce([&] { QVERIFY(world.encoder.addSink(&second)); });

@@ -165,6 +165,7 @@ struct World
     Owned<LoggedSink> sink, otherSink;
     QVector<QFLSource *> sourcesBeingLinked;
     QAbstractVideoSurface *wantedViewfinder = nullptr, *wantedScreen = nullptr;
+    QMediaObject *wantedCamera = nullptr, *wantedSource = nullptr;
 
     World()
     {
@@ -230,14 +231,23 @@ struct World
         decoder->setVideoSurface(surface);
     }
 
+    template<typename Object>
+    static void bind(Object *object, QMediaObject *&wanted, QMediaObject *other)
+    {
+        // What is bound or unbound already isn't asked for anew.
+        if (object->mediaObject() != other)
+            wanted = other;
+        object->setMediaObject(other);
+    }
+
     void connectAll()
     {
         camera->start();
         show(viewfinder.get());
         present(screen.get());
-        encoder->setMediaObject(camera.get());
+        bind(encoder.get(), wantedCamera, camera.get());
         sink->link(encoder.get());
-        decoder->setMediaObject(encoder.get());
+        bind(decoder.get(), wantedSource, encoder.get());
     }
 };
 
@@ -323,10 +333,11 @@ const QVector<QPair<const char *, Move>> &moves()
             MOVE2(camera, otherSurface, "show elsewhere", w.show(w.otherSurface.get())),
             MOVE(camera, "show nowhere", w.show(nullptr)),
 
-            MOVE2(encoder, camera, "bind encoder", w.encoder->setMediaObject(w.camera.get())),
+            MOVE2(encoder, camera, "bind encoder",
+                  w.bind(w.encoder.get(), w.wantedCamera, w.camera.get())),
             MOVE2(encoder, otherCamera, "rebind encoder",
-                  w.encoder->setMediaObject(w.otherCamera.get())),
-            MOVE(encoder, "unbind encoder", w.encoder->setMediaObject(nullptr)),
+                  w.bind(w.encoder.get(), w.wantedCamera, w.otherCamera.get())),
+            MOVE(encoder, "unbind encoder", w.bind(w.encoder.get(), w.wantedCamera, nullptr)),
             MOVE(encoder, "start encoder", w.encoder->start(QVideoSurfaceFormat())),
             MOVE(encoder, "stop encoder", w.encoder->stop()),
             MOVE2(sink, encoder, "link sink", link(w, w.sink, w.encoder)),
@@ -337,10 +348,11 @@ const QVector<QPair<const char *, Move>> &moves()
             MOVE(encoder, "refuse sinks or not",
                  serviceOf(w.encoder.get())->source->accepts ^= true),
 
-            MOVE2(decoder, encoder, "bind decoder", w.decoder->setMediaObject(w.encoder.get())),
+            MOVE2(decoder, encoder, "bind decoder",
+                  w.bind(w.decoder.get(), w.wantedSource, w.encoder.get())),
             MOVE2(decoder, otherEncoder, "rebind decoder",
-                  w.decoder->setMediaObject(w.otherEncoder.get())),
-            MOVE(decoder, "unbind decoder", w.decoder->setMediaObject(nullptr)),
+                  w.bind(w.decoder.get(), w.wantedSource, w.otherEncoder.get())),
+            MOVE(decoder, "unbind decoder", w.bind(w.decoder.get(), w.wantedSource, nullptr)),
             MOVE(decoder, "start decoder", w.decoder->start(QVideoEncoderSettings())),
             MOVE(decoder, "stop decoder", w.decoder->stop()),
             MOVE2(decoder, screen, "present", w.present(w.screen.get())),
@@ -397,6 +409,13 @@ static const char *firstFault(const World &world)
         if (control && (*camera)->state() != control->currentState)
             return "The camera's state is not that of its control.";
     }
+    if (world.encoder && world.encoder->mediaObject()
+        && world.encoder->mediaObject() != world.wantedCamera)
+        return "The encoder is bound to another camera than was asked for last.";
+    if (world.decoder && world.decoder->mediaObject()
+        && world.decoder->mediaObject() != world.wantedSource)
+        return "The decoder is bound to another object than was asked for last.";
+
     auto *screen = world.wantedScreen;
     if (world.decoder
         && (serviceOf(world.decoder.get())->renderers.size() != (screen != nullptr)
