@@ -60,7 +60,7 @@ void QVideoSurfaceOutput::routeTo(QMediaObject *owner, QObject *&boundOutput,
     // Off the record before it is unbound and on it before it is bound, for calls on the way.
     if (QObject *output = std::exchange(boundOutput, nullptr))
         owner->unbind(output);
-    if (!self || !surface)
+    if (!surface)
         return;
 
     boundOutput = this;
