@@ -110,7 +110,7 @@ QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::receivers()
     dropDestroyedSinks();
     QVector<QFLEncodedVideoSink *> result;
     for (bool isSlow : {false, true}) {
-        for (const LinkedSink &linked : m_sinks) {
+        for (const LinkedSink &linked : qAsConst(m_sinks)) {
             if (linked.state != Stopped && linked.isSlow == isSlow)
                 result.append(linked.sink);
         }
