@@ -17,33 +17,13 @@ list(FILTER public_headers EXCLUDE REGEX "_p\\.h$")
 list(FILTER private_headers INCLUDE REGEX "_p\\.h$")
 
 ecm_generate_headers(forwarding_headers
-    HEADER_NAMES
-        QFLCamera
-        QFLCameraExposure
-        QFLCameraFocus
-        QFLCameraInfo
-        QFLCodecInfo
-        QFLCodecQueueControl
-        QFLDecodeControl
-        QFLDecoder
-        QFLDecodingVideoSink
-        QFLEncodeControl
-        QFLEncodedVideoFrame
-        QFLEncodedVideoSink
-        QFLEncodedVideoSourceControl
-        QFLEncoder
-        QFLEncoderVideoSurface
-        QFLMediaServiceCodecInfoInterface
-        QFLRawVideoSourceControl
-        QFLSink
-        QFLSinkPointer
-        QFLSource
+    HEADER_NAMES ${public_classes}
     COMMON_HEADER QtFaceLink
     RELATIVE ../include
     OUTPUT_DIR ${PROJECT_BINARY_DIR}/include/QtFaceLink)
-# It takes Qt's private headers, so the header of the whole module leaves it out.
+# They take Qt's private headers, so the header of the whole module leaves them out.
 ecm_generate_headers(forwarding_headers
-    HEADER_NAMES QFLMediaServiceProvider
+    HEADER_NAMES ${private_api_classes}
     RELATIVE ../include
     OUTPUT_DIR ${PROJECT_BINARY_DIR}/include/QtFaceLink)
 
