@@ -18,6 +18,11 @@
     QT_STRINGIFY(QTFACELINK_VERSION_MAJOR) \
     "." QT_STRINGIFY(QTFACELINK_VERSION_MINOR) "." QT_STRINGIFY(QTFACELINK_VERSION_PATCH)
 
+// The keys by which the media objects ask for services, and plugins offer them.
+#define QFL_MEDIASERVICE_CAMERA "facelink.camera"
+#define QFL_MEDIASERVICE_ENCODER "facelink.encoder"
+#define QFL_MEDIASERVICE_DECODER "facelink.decoder"
+
 #if defined(QT_BUILD_FACELINK_LIB)
 #define Q_FACELINK_EXPORT Q_DECL_EXPORT
 #else

@@ -22,9 +22,9 @@ bool isKnown(const QByteArray &codecId)
 //! [services]
 QMediaService *MinimalPlugin::create(const QString &key)
 {
-    if (key == QLatin1String("facelink.encoder"))
+    if (key == QLatin1String(QFL_MEDIASERVICE_ENCODER))
         return new MinimalEncoderService;
-    if (key == QLatin1String("facelink.decoder"))
+    if (key == QLatin1String(QFL_MEDIASERVICE_DECODER))
         return new MinimalDecoderService;
     return nullptr;
 }
@@ -38,9 +38,9 @@ void MinimalPlugin::release(QMediaService *service)
 //! [devices]
 QList<QByteArray> MinimalPlugin::devices(const QByteArray &service) const
 {
-    if (service == "facelink.encoder")
+    if (service == QFL_MEDIASERVICE_ENCODER)
         return {RunLengthCodec::encoderId};
-    if (service == "facelink.decoder")
+    if (service == QFL_MEDIASERVICE_DECODER)
         return {RunLengthCodec::decoderId};
     return {};
 }

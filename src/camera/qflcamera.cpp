@@ -23,7 +23,7 @@ namespace {
 QMediaService *requestCameraService(const QMediaServiceProviderHint &hint
                                     = QMediaServiceProviderHint())
 {
-    return QFLServiceAccess::requestService(QFLServiceAccess::cameraService, hint);
+    return QFLServiceAccess::requestService(QFL_MEDIASERVICE_CAMERA, hint);
 }
 
 QString missingServiceText()
@@ -54,7 +54,7 @@ void QFLCameraPrivate::initialize()
 {
     Q_Q(QFLCamera);
 
-    provider = QMediaServiceProvider::defaultServiceProvider();
+    provider = QFLServiceAccess::provider();
     acquireControls();
     exposureObject = new QFLCameraExposure(q);
     focusObject = new QFLCameraFocus(q);
@@ -86,24 +86,19 @@ void QFLCameraPrivate::connectControls()
 {
     Q_Q(QFLCamera);
 
-    // The private slots are known by name only.
     if (cameraControl) {
-        QObject::connect(cameraControl, SIGNAL(stateChanged(QCamera::State)), q,
-                         SLOT(_q_updateState(QCamera::State)));
+        QObjectPrivate::connect(cameraControl, &QCameraControl::stateChanged, this,
+                                &QFLCameraPrivate::_q_updateState);
         QObject::connect(cameraControl, &QCameraControl::statusChanged, q,
                          &QFLCamera::statusChanged);
         QObject::connect(cameraControl, &QCameraControl::captureModeChanged, q,
                          &QFLCamera::captureModeChanged);
-        QObject::connect(cameraControl, SIGNAL(error(int, QString)), q,
-                         SLOT(_q_error(int, QString)));
+        QObjectPrivate::connect(cameraControl, &QCameraControl::error, this,
+                                &QFLCameraPrivate::_q_error);
     }
     if (locksControl) {
-        QObject::connect(locksControl,
-                         SIGNAL(lockStatusChanged(QCamera::LockType, QCamera::LockStatus,
-                                                  QCamera::LockChangeReason)),
-                         q,
-                         SLOT(_q_updateLockStatus(QCamera::LockType, QCamera::LockStatus,
-                                                  QCamera::LockChangeReason)));
+        QObjectPrivate::connect(locksControl, &QCameraLocksControl::lockStatusChanged, this,
+                                &QFLCameraPrivate::_q_updateLockStatus);
     }
 }
 

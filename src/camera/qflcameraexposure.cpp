@@ -57,11 +57,10 @@ void QFLCameraExposurePrivate::releaseControls()
 void QFLCameraExposurePrivate::connectControls()
 {
     if (exposureControl) {
-        // The private slots are known by name only.
-        QObject::connect(exposureControl, SIGNAL(actualValueChanged(int)), q_ptr,
-                         SLOT(_q_exposureParameterChanged(int)));
-        QObject::connect(exposureControl, SIGNAL(parameterRangeChanged(int)), q_ptr,
-                         SLOT(_q_exposureParameterRangeChanged(int)));
+        QObject::connect(exposureControl, &QCameraExposureControl::actualValueChanged, q_ptr,
+                         [this](int parameter) { _q_exposureParameterChanged(parameter); });
+        QObject::connect(exposureControl, &QCameraExposureControl::parameterRangeChanged, q_ptr,
+                         [this](int parameter) { _q_exposureParameterRangeChanged(parameter); });
     }
     if (flashControl) {
         QObject::connect(flashControl, &QCameraFlashControl::flashReady, q_ptr,

@@ -44,13 +44,12 @@ const char *positionKey(QCamera::Position position)
 */
 QFLCameraInfo::QFLCameraInfo(const QByteArray &name) : d(new QFLCameraInfoPrivate)
 {
-    QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
-    if (name.isNull() || !provider
-        || !provider->devices(QFLServiceAccess::cameraService).contains(name))
+    QMediaServiceProvider *provider = QFLServiceAccess::provider();
+    if (name.isNull() || !provider || !provider->devices(QFL_MEDIASERVICE_CAMERA).contains(name))
         return;
 
     d->deviceName = QString::fromLatin1(name);
-    d->description = provider->deviceDescription(QFLServiceAccess::cameraService, name);
+    d->description = provider->deviceDescription(QFL_MEDIASERVICE_CAMERA, name);
     d->position = provider->cameraPosition(name);
     d->orientation = provider->cameraOrientation(name);
     d->isNull = false;
@@ -145,8 +144,8 @@ int QFLCameraInfo::orientation() const
 */
 QFLCameraInfo QFLCameraInfo::defaultCamera()
 {
-    QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
-    return QFLCameraInfo(provider ? provider->defaultDevice(QFLServiceAccess::cameraService)
+    QMediaServiceProvider *provider = QFLServiceAccess::provider();
+    return QFLCameraInfo(provider ? provider->defaultDevice(QFL_MEDIASERVICE_CAMERA)
                                   : QByteArray());
 }
 
@@ -157,11 +156,11 @@ QFLCameraInfo QFLCameraInfo::defaultCamera()
 QList<QFLCameraInfo> QFLCameraInfo::availableCameras(QCamera::Position position)
 {
     QList<QFLCameraInfo> cameras;
-    QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
+    QMediaServiceProvider *provider = QFLServiceAccess::provider();
     if (!provider)
         return cameras;
 
-    const QList<QByteArray> names = provider->devices(QFLServiceAccess::cameraService);
+    const QList<QByteArray> names = provider->devices(QFL_MEDIASERVICE_CAMERA);
     for (const QByteArray &name : names) {
         if (position == QCamera::UnspecifiedPosition || provider->cameraPosition(name) == position)
             cameras.append(QFLCameraInfo(name));

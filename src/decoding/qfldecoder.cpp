@@ -51,11 +51,10 @@ void QFLDecoderPrivate::acquireControl()
 
     QObject::connect(decodeControl, &QFLDecodeControl::statusChanged, q,
                      &QFLDecoder::statusChanged);
-    // The private slots are known by name only.
-    QObject::connect(decodeControl, SIGNAL(error(QFLDecoder::Error, QString)), q,
-                     SLOT(_q_error(QFLDecoder::Error, QString)));
-    QObject::connect(decodeControl, SIGNAL(outputFormatChanged(QVideoSurfaceFormat)), q,
-                     SLOT(_q_outputFormatChanged(QVideoSurfaceFormat)));
+    QObjectPrivate::connect(decodeControl, &QFLDecodeControl::error, this,
+                            &QFLDecoderPrivate::_q_error);
+    QObjectPrivate::connect(decodeControl, &QFLDecodeControl::outputFormatChanged, this,
+                            &QFLDecoderPrivate::_q_outputFormatChanged);
     QObject::connect(decodeControl, &QFLDecodeControl::endOfStream, q, &QFLDecoder::endOfStream);
 }
 
@@ -315,7 +314,7 @@ QFLDecoder::QFLDecoder(QObject *parent) : QFLDecoder(*new QFLDecoderPrivate, par
     Makes a decoder as a child of \a parent with the private data \a dd, which it owns from then on.
 */
 QFLDecoder::QFLDecoder(QFLDecoderPrivate &dd, QObject *parent)
-    : QMediaObject(dd, parent, QFLServiceAccess::requestService(QFLServiceAccess::decoderService))
+    : QMediaObject(dd, parent, QFLServiceAccess::requestService(QFL_MEDIASERVICE_DECODER))
 {
     Q_D(QFLDecoder);
     d->acquireControl();

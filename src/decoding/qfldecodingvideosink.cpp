@@ -67,10 +67,10 @@ QFLDecodingVideoSink::QFLDecodingVideoSink(QFLDecoder *decoder)
     if (!decoder)
         return;
 
-    // The private slots are known by name only.
-    connect(decoder, SIGNAL(statusChanged(QFLDecoder::Status)),
-            SLOT(_q_statusChanged(QFLDecoder::Status)));
-    connect(decoder, SIGNAL(errorChanged(QFLDecoder::Error)), SLOT(_q_error(QFLDecoder::Error)));
+    connect(decoder, &QFLDecoder::statusChanged, this,
+            [this](QFLDecoder::Status status) { d->_q_statusChanged(status); });
+    connect(decoder, &QFLDecoder::errorChanged, this,
+            [this](QFLDecoder::Error error) { d->_q_error(error); });
 }
 
 /*!

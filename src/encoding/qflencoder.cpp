@@ -30,9 +30,8 @@ void QFLEncoderPrivate::acquireControls()
     const auto wrongClass = QFLServiceAccess::WrongClass::Release;
     encodeControl = QFLServiceAccess::requestControl<QFLEncodeControl>(service, wrongClass);
     if (encodeControl) {
-        // The private slot is known by name only.
-        QObject::connect(encodeControl, SIGNAL(error(QFLEncoder::Error, QString)), q,
-                         SLOT(_q_error(QFLEncoder::Error, QString)));
+        QObjectPrivate::connect(encodeControl, &QFLEncodeControl::error, this,
+                                &QFLEncoderPrivate::_q_error);
         QObject::connect(encodeControl, &QFLEncodeControl::statusChanged, q,
                          &QFLEncoder::statusChanged);
         QObject::connect(encodeControl, &QFLEncodeControl::encodedVideoFrame, q,
@@ -288,7 +287,7 @@ void QFLEncoderPrivate::_q_error(QFLEncoder::Error code, const QString &descript
 */
 QFLEncoder::QFLEncoder(QObject *parent)
     : QMediaObject(*new QFLEncoderPrivate, parent,
-                   QFLServiceAccess::requestService(QFLServiceAccess::encoderService))
+                   QFLServiceAccess::requestService(QFL_MEDIASERVICE_ENCODER))
 {
     Q_D(QFLEncoder);
     d->acquireControls();

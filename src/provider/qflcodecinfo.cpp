@@ -30,8 +30,8 @@
 */
 QFLCodecInfo::QFLCodecInfo(const QByteArray &codecId) : d(new QFLCodecInfoPrivate)
 {
-    auto *information = qobject_cast<QFLMediaServiceCodecInfoInterface *>(
-            QMediaServiceProvider::defaultServiceProvider());
+    auto *information
+            = qobject_cast<QFLMediaServiceCodecInfoInterface *>(QFLServiceAccess::provider());
     if (!information)
         return;
 
@@ -113,7 +113,7 @@ static QList<QFLCodecInfo> availableCodecs(const QByteArray &serviceType, const 
                                            bool hardwareOnly)
 {
     QList<QFLCodecInfo> result;
-    QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
+    QMediaServiceProvider *provider = QFLServiceAccess::provider();
     if (!provider)
         return result;
 
@@ -134,7 +134,7 @@ static QList<QFLCodecInfo> availableCodecs(const QByteArray &serviceType, const 
 */
 QList<QFLCodecInfo> QFLCodecInfo::availableEncoders(const QString &codec, bool hardwareOnly)
 {
-    return availableCodecs(QFLServiceAccess::encoderService, codec, hardwareOnly);
+    return availableCodecs(QFL_MEDIASERVICE_ENCODER, codec, hardwareOnly);
 }
 
 /*!
@@ -143,7 +143,7 @@ QList<QFLCodecInfo> QFLCodecInfo::availableEncoders(const QString &codec, bool h
 */
 QList<QFLCodecInfo> QFLCodecInfo::availableDecoders(const QString &codec, bool hardwareOnly)
 {
-    return availableCodecs(QFLServiceAccess::decoderService, codec, hardwareOnly);
+    return availableCodecs(QFL_MEDIASERVICE_DECODER, codec, hardwareOnly);
 }
 
 /*!

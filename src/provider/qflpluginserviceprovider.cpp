@@ -4,7 +4,7 @@
 
 #include "qflpluginserviceprovider_p.h"
 
-#include "qflserviceaccess_p.h"
+#include "qflglobal.h"
 
 #include <private/qmediapluginloader_p.h>
 
@@ -225,8 +225,7 @@ QMediaServiceCameraInfoInterface *cameraInfoFor(const QByteArray &device)
 
 QFLMediaServiceCodecInfoInterface *codecInfo()
 {
-    return pluginInterfaces<QFLMediaServiceCodecInfoInterface>(QFLServiceAccess::encoderService)
-            .value(0);
+    return pluginInterfaces<QFLMediaServiceCodecInfoInterface>(QFL_MEDIASERVICE_ENCODER).value(0);
 }
 
 } // namespace

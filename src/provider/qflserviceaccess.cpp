@@ -5,15 +5,22 @@
 #include "qflserviceaccess_p.h"
 
 /*!
+    Returns the provider that is the default now, null late in the process's exit.
+*/
+QMediaServiceProvider *QFLServiceAccess::provider()
+{
+    return QMediaServiceProvider::defaultServiceProvider();
+}
+
+/*!
     Requests a service of \a type that fits \a hint from the provider that is the default now.
     Returns null if there is none.
 */
 QMediaService *QFLServiceAccess::requestService(const QByteArray &type,
                                                 const QMediaServiceProviderHint &hint)
 {
-    // There is no provider any more late in the process's exit.
-    QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider();
-    return provider ? provider->requestService(type, hint) : nullptr;
+    QMediaServiceProvider *current = provider();
+    return current ? current->requestService(type, hint) : nullptr;
 }
 
 /*!
@@ -21,6 +28,6 @@ QMediaService *QFLServiceAccess::requestService(const QByteArray &type,
 */
 void QFLServiceAccess::releaseService(QMediaService *service)
 {
-    if (QMediaServiceProvider *provider = QMediaServiceProvider::defaultServiceProvider())
-        provider->releaseService(service);
+    if (QMediaServiceProvider *current = provider())
+        current->releaseService(service);
 }

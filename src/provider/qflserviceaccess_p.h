@@ -14,13 +14,10 @@
 
 namespace QFLServiceAccess {
 
-constexpr char cameraService[] = "facelink.camera";
-constexpr char encoderService[] = "facelink.encoder";
-constexpr char decoderService[] = "facelink.decoder";
-
 /*! What happens to a control that is not of the class that its identifier promises. */
 enum class WrongClass { Keep, Release };
 
+QMediaServiceProvider *provider();
 QMediaService *requestService(const QByteArray &type,
                               const QMediaServiceProviderHint &hint = QMediaServiceProviderHint());
 void releaseService(QMediaService *service);
