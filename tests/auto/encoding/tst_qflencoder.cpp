@@ -214,6 +214,23 @@ private slots:
         QVERIFY(FakeLog::take().endsWith(named(bindLog, 'b')));
         QCOMPARE(world.encoder.mediaObject(), &b.object);
 
+        // The object, or its service, may die while the surface is being attached.
+        auto *object = new FakeMediaObject(&b);
+        QVERIFY(world.encoder.setMediaObject(nullptr));
+        FakeLog::take();
+        callOnce([&] { delete object; });
+        QVERIFY(!world.encoder.setMediaObject(object));
+        COMPARE_LOG("b+rawvideosource, debug facelink.encoder: raw video source control acquired, "
+                    "b.rawvideosource surface, b.rawvideosource no surface");
+        auto *service = new FakeService("s");
+        service->add<FakeRawSource>(QFLRawVideoSourceControl_iid);
+        FakeMediaObject orphan(service);
+        callOnce([&] { delete service; });
+        QVERIFY(world.encoder.setMediaObject(&orphan));
+        QVERIFY(FakeLog::take().endsWith("s.rawvideosource surface"));
+        QVERIFY(world.encoder.setMediaObject(&b.object));
+        FakeLog::take();
+
         // A control that died, and one of the wrong class, is left alone.
         delete b.raw;
         QVERIFY(world.encoder.setMediaObject(nullptr));
@@ -259,6 +276,15 @@ private slots:
         world.source->removes = true;
         QVERIFY(world.encoder.removeSink(&second));
 
+        // So does one that is added while another one is refused.
+        world.source->accepts = false;
+        callOnce([&] {
+            world.source->accepts = true;
+            QVERIFY(world.encoder.addSink(&second));
+        });
+        QVERIFY(!world.encoder.addSink(&first));
+        QVERIFY(world.encoder.removeSink(&second));
+
         // Nor is an encoder touched that was deleted on the way.
         world.source->removes = false;
         world.source->sinks.clear();
@@ -281,6 +307,7 @@ private slots:
             connect(encoder.findChild<QFLEncoderVideoSurface *>(), &QObject::destroyed,
                     [] { FakeLog::add("surface destroyed"); });
             FakeLog::take();
+            callOnce([&] { QVERIFY(!encoder.addSink(&sink)); });
         }
         COMPARE_LOG("e.encodedvideosource removeSink, " + named(unbindLog, 'a')
                     + ", e-videoencodersettings, e-encode, e-encodedvideosource, p-e, "
