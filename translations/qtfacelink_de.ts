@@ -374,18 +374,6 @@ Kamera ausgefallen, 3 kein Codec oder Codec ausgefallen, 4 Port belegt,
         <source>The data is no %1 frame</source>
         <translation>Die Daten sind kein %1-Bild</translation>
     </message>
-    <message>
-        <source>The video surface doesn&apos;t start with pictures of %1x%2</source>
-        <translation>Die Videofläche startet nicht mit Bildern von %1x%2</translation>
-    </message>
-    <message>
-        <source>The video surface has stopped showing pictures</source>
-        <translation>Die Videofläche zeigt keine Bilder mehr an</translation>
-    </message>
-    <message>
-        <source>The video surface takes none of the available pixel formats</source>
-        <translation>Die Videofläche nimmt keines der verfügbaren Pixelformate an</translation>
-    </message>
 </context>
 <context>
     <name>DecoderPipeline</name>
@@ -526,6 +514,21 @@ Kamera ausgefallen, 3 kein Codec oder Codec ausgefallen, 4 Port belegt,
     <message>
         <source>the RTP pipeline does not start</source>
         <translation>Die RTP-Pipeline startet nicht</translation>
+    </message>
+</context>
+<context>
+    <name>SurfaceGroup</name>
+    <message>
+        <source>The video surface takes none of the available pixel formats</source>
+        <translation>Die Videofläche nimmt keines der verfügbaren Pixelformate an</translation>
+    </message>
+    <message>
+        <source>The video surface doesn&apos;t start with pictures of %1x%2</source>
+        <translation>Die Videofläche startet nicht mit Bildern von %1x%2</translation>
+    </message>
+    <message>
+        <source>The video surface has stopped showing pictures</source>
+        <translation>Die Videofläche zeigt keine Bilder mehr an</translation>
     </message>
 </context>
 <context>

@@ -6,7 +6,7 @@
 
 #include "cameracontrol.h"
 #include "camerainfocontrol.h"
-#include "camerarenderercontrol.h"
+#include "renderercontrol.h"
 #include "camerasession.h"
 #include "deviceselectorcontrol.h"
 #include "exposurecontrol.h"
@@ -44,6 +44,10 @@ CameraService::CameraService(QObject *parent)
     : QMediaService(parent), m_parts(std::make_shared<Parts>())
 {
     m_parts->session.setOwner(m_parts);
+    connect(m_parts->session.surfaces(), &SurfaceGroup::failed, &m_parts->cameraControl,
+            [control = &m_parts->cameraControl](SurfaceFeed::Outcome, const QString &text) {
+                Q_EMIT control->error(QCamera::CameraError, text);
+            });
 }
 
 /*!
@@ -56,14 +60,14 @@ CameraService::~CameraService()
     m_parts->session.close();
     m_parts->rawVideoSource.setSurface(nullptr);
     // They use the session, which would be gone by the time a QObject deletes its children.
-    qDeleteAll(findChildren<CameraRendererControl *>(QString(), Qt::FindDirectChildrenOnly));
+    qDeleteAll(findChildren<RendererControl *>(QString(), Qt::FindDirectChildrenOnly));
 }
 
 /*! Null for an interface that the camera doesn't have. */
 QMediaControl *CameraService::requestControl(const char *name)
 {
     if (qstrcmp(name, QVideoRendererControl_iid) == 0)
-        return new CameraRendererControl(m_parts->session.surfaces(), this);
+        return new RendererControl(m_parts->session.surfaces(), this);
     if (qstrcmp(name, QCameraControl_iid) == 0)
         return &m_parts->cameraControl;
     if (qstrcmp(name, QVideoDeviceSelectorControl_iid) == 0)
@@ -93,5 +97,5 @@ QMediaControl *CameraService::requestDeviceControl(const char *name) const
 /*! Takes a renderer control's surface off and deletes the control; the others stay as they are. */
 void CameraService::releaseControl(QMediaControl *control)
 {
-    delete qobject_cast<CameraRendererControl *>(control);
+    delete qobject_cast<RendererControl *>(control);
 }

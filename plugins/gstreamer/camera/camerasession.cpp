@@ -153,7 +153,7 @@ OpenDevice *CameraSession::device()
 }
 
 /*! Where the controls put the surfaces. */
-SurfaceFeeder *CameraSession::surfaces()
+SurfaceGroup *CameraSession::surfaces()
 {
     return &m_surfaces;
 }

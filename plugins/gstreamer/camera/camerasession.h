@@ -8,7 +8,7 @@
 #include "camerasource.h"
 #include "capture.h"
 #include "opendevice.h"
-#include "surfacefeeder.h"
+#include "surfacegroup.h"
 
 class CameraSession : public QObject
 {
@@ -38,7 +38,7 @@ public:
     void setDigitalZoom(qreal factor);
 
     OpenDevice *device();
-    SurfaceFeeder *surfaces();
+    SurfaceGroup *surfaces();
 
 Q_SIGNALS:
     void started();
@@ -65,7 +65,7 @@ private:
     int m_opening = 0;
 
     OpenDevice m_device;
-    SurfaceFeeder m_surfaces;
+    SurfaceGroup m_surfaces;
     std::shared_ptr<Capture> m_capture;
 };
 

@@ -4,10 +4,10 @@
 
 #include "rawvideosourcecontrol.h"
 
-#include "surfacefeeder.h"
+#include "surfacegroup.h"
 
 /*! \a surfaces is borrowed and must outlive the control. */
-RawVideoSourceControl::RawVideoSourceControl(SurfaceFeeder *surfaces, QObject *parent)
+RawVideoSourceControl::RawVideoSourceControl(SurfaceGroup *surfaces, QObject *parent)
     : QFLRawVideoSourceControl(parent), m_surfaces(surfaces)
 {
 }

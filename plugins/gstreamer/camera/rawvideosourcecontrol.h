@@ -7,21 +7,21 @@
 
 #include "qflrawvideosourcecontrol.h"
 
-class SurfaceFeeder;
+class SurfaceGroup;
 
 class RawVideoSourceControl : public QFLRawVideoSourceControl
 {
     Q_OBJECT
 
 public:
-    explicit RawVideoSourceControl(SurfaceFeeder *surfaces, QObject *parent = nullptr);
+    explicit RawVideoSourceControl(SurfaceGroup *surfaces, QObject *parent = nullptr);
     ~RawVideoSourceControl() override;
 
     QAbstractVideoSurface *surface() const override;
     void setSurface(QAbstractVideoSurface *surface) override;
 
 private:
-    SurfaceFeeder *m_surfaces;
+    SurfaceGroup *m_surfaces;
 };
 
 #endif

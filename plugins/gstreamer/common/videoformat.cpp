@@ -126,6 +126,12 @@ QVideoFrame::PixelFormat VideoFormat::fromGst(GstVideoFormat format)
     return QVideoFrame::Format_Invalid;
 }
 
+/*! Whether GStreamer has \a format and its counterpart leads back to it. */
+bool VideoFormat::isExact(QVideoFrame::PixelFormat format)
+{
+    return format != QVideoFrame::Format_Invalid && fromGst(toGst(format)) == format;
+}
+
 /*!
     Describes frames of \a format in \a info; false, with \a info undefined, when the size is empty
     or GStreamer has no such pixel format. A frame rate of 0 becomes GStreamer's 0/1, "variable".

@@ -17,6 +17,7 @@ QList<QVideoFrame::PixelFormat> pixelFormats();
 
 GstVideoFormat toGst(QVideoFrame::PixelFormat format);
 QVideoFrame::PixelFormat fromGst(GstVideoFormat format);
+bool isExact(QVideoFrame::PixelFormat format);
 
 bool toGst(const QVideoSurfaceFormat &format, GstVideoInfo *info);
 QVideoSurfaceFormat fromGst(const GstVideoInfo &info);

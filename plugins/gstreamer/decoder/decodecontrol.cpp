@@ -5,7 +5,7 @@
 #include "decodecontrol.h"
 
 #include "gstreamersetup.h"
-#include "videorenderercontrol.h"
+#include "surfacegroup.h"
 
 #include <QtCore/qpointer.h>
 
@@ -39,7 +39,7 @@ QFLDecoder::Error errorCode(Pipeline::ErrorKind kind)
     \class DecodeControl
 
     Lives in the thread of the decoder; all calls come from there and all signals are emitted there.
-    The pictures go to the renderer control, which is not owned and must outlive this object.
+    The pictures go to the surfaces, which are not owned and must outlive this object.
 
     A run begins with start() and ends with stop() or with an error that cannot be overcome; a
     drained run still has to be stopped, flushed or started again.
@@ -51,15 +51,17 @@ QFLDecoder::Error errorCode(Pipeline::ErrorKind kind)
     that never arrived is known to those who deliver only: they ask for a key frame themselves.
 */
 
-DecodeControl::DecodeControl(VideoRendererControl *renderer, QObject *parent)
-    : QFLDecodeControl(parent), m_renderer(renderer)
+DecodeControl::DecodeControl(SurfaceGroup *surfaces, QObject *parent)
+    : QFLDecodeControl(parent), m_surfaces(surfaces)
 {
-    connect(m_renderer, &VideoRendererControl::pixelFormatsChanged, this,
+    connect(m_surfaces, &SurfaceGroup::pixelFormatsChanged, this,
             &DecodeControl::updatePixelFormats);
-    connect(m_renderer, &VideoRendererControl::formatRefused, this,
-            &DecodeControl::reportRefusedFormat);
-    connect(m_renderer, &VideoRendererControl::surfaceFailed, this,
-            &DecodeControl::reportFailedSurface);
+    connect(m_surfaces, &SurfaceGroup::failed, this,
+            [this](SurfaceFeed::Outcome failure, const QString &text) {
+                const bool hasStopped = failure == SurfaceFeed::StoppedItself;
+                Q_EMIT error(hasStopped ? QFLDecoder::ResourceError : QFLDecoder::FormatError,
+                             text);
+            });
     connect(&m_pipeline, &DecoderPipeline::pictureDecoded, this, &DecodeControl::present);
     connect(&m_pipeline, &DecoderPipeline::errorReported, this, &DecodeControl::handleError);
     connect(&m_pipeline, &DecoderPipeline::endOfStreamReached, this,
@@ -69,7 +71,7 @@ DecodeControl::DecodeControl(VideoRendererControl *renderer, QObject *parent)
 DecodeControl::~DecodeControl()
 {
     m_pipeline.reset();
-    m_renderer->stop();
+    m_surfaces->stop();
 }
 
 QStringList DecodeControl::supportedCodecs(bool hardwareOnly) const
@@ -96,10 +98,7 @@ bool DecodeControl::start(const QVideoEncoderSettings &settings)
         return false;
     if (!setStatus(QFLDecoder::LoadedStatus) || !setStatus(QFLDecoder::StartingStatus))
         return false;
-    if (!m_pipeline.play() || !setStatus(QFLDecoder::StartedStatus))
-        return false;
-    updatePixelFormats();
-    return m_status == QFLDecoder::StartedStatus;
+    return m_pipeline.play() && setStatus(QFLDecoder::StartedStatus);
 }
 
 QVideoEncoderSettings DecodeControl::videoSettings() const
@@ -107,7 +106,7 @@ QVideoEncoderSettings DecodeControl::videoSettings() const
     return m_settings;
 }
 
-/*! Of the pictures as the surface gets them, after conversion; kept when the run ends. */
+/*! Of the pictures as the first surface takes them; kept when the run ends. */
 QVideoSurfaceFormat DecodeControl::outputFormat() const
 {
     return m_outputFormat;
@@ -195,7 +194,7 @@ void DecodeControl::stop()
         return;
     const QFLDecoder::Status stopping = m_status;
     const QPointer<DecodeControl> self(this);
-    m_renderer->stop();
+    m_surfaces->stop();
     // The surface may delete the decoder, or start it again.
     if (!self || m_status != stopping)
         return;
@@ -361,25 +360,9 @@ void DecodeControl::reportMalformedFrame()
     Q_EMIT error(QFLDecoder::FormatError, tr("The data is no %1 frame").arg(m_decoder.codec));
 }
 
-void DecodeControl::reportRefusedFormat(const QVideoSurfaceFormat &format)
-{
-    Q_EMIT error(QFLDecoder::FormatError,
-                 tr("The video surface doesn't start with pictures of %1x%2")
-                         .arg(format.frameWidth())
-                         .arg(format.frameHeight()));
-}
-
-void DecodeControl::reportFailedSurface()
-{
-    Q_EMIT error(QFLDecoder::ResourceError, tr("The video surface has stopped showing pictures"));
-}
-
 void DecodeControl::updatePixelFormats()
 {
-    const bool isUsable = m_pipeline.setPixelFormats(m_renderer->pixelFormats());
-    if (!isUsable && m_renderer->surface() && m_status == QFLDecoder::StartedStatus)
-        Q_EMIT error(QFLDecoder::FormatError,
-                     tr("The video surface takes none of the available pixel formats"));
+    m_pipeline.setPixelFormats(m_surfaces->pixelFormats());
 }
 
 void DecodeControl::present(const QVideoFrame &picture, const QVideoSurfaceFormat &format)
@@ -392,5 +375,5 @@ void DecodeControl::present(const QVideoFrame &picture, const QVideoSurfaceForma
         Q_EMIT outputFormatChanged(format);
     }
     if (self && m_status == QFLDecoder::StartedStatus)
-        m_renderer->present(picture, format);
+        m_surfaces->present(picture, format);
 }

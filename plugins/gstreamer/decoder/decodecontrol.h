@@ -10,14 +10,14 @@
 
 #include <qfldecodecontrol.h>
 
-class VideoRendererControl;
+class SurfaceGroup;
 
 class DecodeControl : public QFLDecodeControl
 {
     Q_OBJECT
 
 public:
-    explicit DecodeControl(VideoRendererControl *renderer, QObject *parent = nullptr);
+    explicit DecodeControl(SurfaceGroup *surfaces, QObject *parent = nullptr);
     ~DecodeControl() override;
 
     QStringList supportedCodecs(bool hardwareOnly) const override;
@@ -50,12 +50,10 @@ private:
 
     void reportUnknownCodec(const QString &codec);
     void reportMalformedFrame();
-    void reportRefusedFormat(const QVideoSurfaceFormat &format);
-    void reportFailedSurface();
     void updatePixelFormats();
     void present(const QVideoFrame &picture, const QVideoSurfaceFormat &format);
 
-    VideoRendererControl *m_renderer;
+    SurfaceGroup *m_surfaces;
     DecoderPipeline m_pipeline;
     BitstreamGate m_gate;
     CodecElement m_decoder;

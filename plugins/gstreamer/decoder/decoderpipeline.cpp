@@ -13,6 +13,9 @@
 
 #include <gst/app/gstappsrc.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 // A picture that waited longer isn't worth showing any more when there is a newer one.
@@ -94,25 +97,12 @@ void configureDecoder(GstElement *decoder)
     setIfKnown(decoder, "automatic-request-sync-points", TRUE);
 }
 
-// Only formats that GStreamer's counterpart leads back to: a picture is labelled by that.
-QList<QVideoFrame::PixelFormat> usableFormats(const QList<QVideoFrame::PixelFormat> &formats)
+// Only exact ones: a picture is labelled by its format in GStreamer.
+QList<QVideoFrame::PixelFormat> exactFormats(const QList<QVideoFrame::PixelFormat> &formats)
 {
-    QList<QVideoFrame::PixelFormat> usable;
-    for (const QVideoFrame::PixelFormat format : formats) {
-        if (format != QVideoFrame::Format_Invalid
-            && VideoFormat::fromGst(VideoFormat::toGst(format)) == format)
-            usable.append(format);
-    }
-    return usable;
-}
-
-QList<QVideoFrame::PixelFormat> allFormats()
-{
-    QList<QVideoFrame::PixelFormat> formats;
-    for (int format = QVideoFrame::Format_Invalid + 1; format < QVideoFrame::NPixelFormats;
-         ++format)
-        formats.append(QVideoFrame::PixelFormat(format));
-    return usableFormats(formats);
+    QList<QVideoFrame::PixelFormat> exact;
+    std::copy_if(formats.begin(), formats.end(), std::back_inserter(exact), VideoFormat::isExact);
+    return exact;
 }
 
 GstCapsPointer capsOf(const QList<QVideoFrame::PixelFormat> &formats)
@@ -166,7 +156,8 @@ GstBuffer *wrap(const QByteArray &data)
     and those that take frames ahead and give the pictures from a thread of their own.
 */
 
-DecoderPipeline::DecoderPipeline(QObject *parent) : QObject(parent), m_pixelFormats(allFormats())
+DecoderPipeline::DecoderPipeline(QObject *parent)
+    : QObject(parent), m_pixelFormats(exactFormats(VideoFormat::pixelFormats()))
 {
     connect(&m_pipeline, &Pipeline::errorReported, this, &DecoderPipeline::errorReported);
     connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &DecoderPipeline::finish);
@@ -237,19 +228,18 @@ void DecoderPipeline::reset()
 }
 
 /*!
-    Has pictures converted to one of \a formats unless the decoder's own is among them. False when
-    there is no way to make any of them; the pictures then come in whatever format they have.
+    Has pictures converted to one of \a formats unless the decoder's own is among them. When there is
+    no way to make any of them, the pictures come in whatever format they have.
 */
-bool DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats)
+void DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats)
 {
-    const QList<QVideoFrame::PixelFormat> usable = usableFormats(formats);
-    m_pixelFormats = usable.isEmpty() ? allFormats() : usable;
-    if (m_sink) {
-        gst_app_sink_set_caps(GST_APP_SINK(m_sink.get()), capsOf(m_pixelFormats).get());
-        const GstPadPointer pad(gst_element_get_static_pad(m_sink.get(), "sink"));
-        gst_pad_push_event(pad.get(), gst_event_new_reconfigure());
-    }
-    return !usable.isEmpty();
+    const QList<QVideoFrame::PixelFormat> exact = exactFormats(formats);
+    m_pixelFormats = exact.isEmpty() ? exactFormats(VideoFormat::pixelFormats()) : exact;
+    if (!m_sink)
+        return;
+    gst_app_sink_set_caps(GST_APP_SINK(m_sink.get()), capsOf(m_pixelFormats).get());
+    const GstPadPointer pad(gst_element_get_static_pad(m_sink.get(), "sink"));
+    gst_pad_push_event(pad.get(), gst_event_new_reconfigure());
 }
 
 /*! Whether no frame has come since the pipeline was built. */

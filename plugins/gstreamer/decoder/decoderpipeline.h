@@ -42,7 +42,7 @@ public:
     bool play();
     void reset();
 
-    bool setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats);
+    void setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats);
 
     bool isUnused() const;
     bool push(const Frame &frame, bool isKey);

@@ -5,7 +5,8 @@
 #include "decoderservice.h"
 
 #include "decodecontrol.h"
-#include "videorenderercontrol.h"
+#include "renderercontrol.h"
+#include "surfacegroup.h"
 
 /*!
     \class DecoderService
@@ -17,8 +18,9 @@
 
 DecoderService::DecoderService(QObject *parent)
     : QMediaService(parent),
-      m_rendererControl(std::make_unique<VideoRendererControl>()),
-      m_decodeControl(std::make_unique<DecodeControl>(m_rendererControl.get()))
+      m_surfaces(std::make_unique<SurfaceGroup>()),
+      m_rendererControl(std::make_unique<RendererControl>(m_surfaces.get())),
+      m_decodeControl(std::make_unique<DecodeControl>(m_surfaces.get()))
 {
 }
 

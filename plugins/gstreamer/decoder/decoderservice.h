@@ -10,7 +10,8 @@
 #include <memory>
 
 class DecodeControl;
-class VideoRendererControl;
+class RendererControl;
+class SurfaceGroup;
 
 class DecoderService : public QMediaService
 {
@@ -24,8 +25,9 @@ public:
     void releaseControl(QMediaControl *control) override;
 
 private:
-    // The decode control presents through the renderer control, so it must go first.
-    std::unique_ptr<VideoRendererControl> m_rendererControl;
+    // In the order in which they need each other: the last is destroyed first.
+    std::unique_ptr<SurfaceGroup> m_surfaces;
+    std::unique_ptr<RendererControl> m_rendererControl;
     std::unique_ptr<DecodeControl> m_decodeControl;
     int m_rendererRequests = 0;
     int m_decodeRequests = 0;

@@ -405,6 +405,45 @@ private Q_SLOTS:
         QCOMPARE(lasting.startsAndStops(), QPoint(1, 1));
     }
 
+    void survivesSurfaces_data()
+    {
+        QTest::addColumn<QString>("errorText");
+        QTest::newRow("start") << QStringLiteral("doesn't start with pictures of 640x480");
+        QTest::newRow("stop") << QStringLiteral("has stopped showing pictures");
+        QTest::newRow("format") << QStringLiteral("takes none of the available pixel formats");
+        QTest::newRow("skip") << QStringLiteral("has stopped showing pictures");
+    }
+
+    // What a surface does wrong is told once, and it is tried again while others go on.
+    void survivesSurfaces()
+    {
+        QFETCH(QString, errorText);
+        const int failures = qstrcmp(QTest::currentDataTag(), "skip") != 0;
+        Camera camera("videotestsrc");
+        const bool isUsable = qstrcmp(QTest::currentDataTag(), "format") != 0;
+        RecordingSurface surface(
+                {isUsable ? QVideoFrame::Format_YUV420P : QVideoFrame::Format_Jpeg});
+        RecordingSurface other;
+        surface.answer = QTest::currentDataTag();
+        auto *renderer = camera.service.requestControl<QVideoRendererControl *>();
+        renderer->setSurface(&surface);
+        camera.source->setSurface(&other);
+        camera.control->setState(QCamera::ActiveState);
+        QTRY_VERIFY(other.frames.size() >= 10);
+        QCOMPARE(camera.errors.size(), failures);
+        surface.answer.clear();
+        const int count = surface.frames.size();
+        QTRY_VERIFY(surface.frames.size() > count + 1 || !isUsable);
+        QCOMPARE(surface.isActive(), isUsable);
+        // A surface that has failed once more is told again.
+        surface.answer = "stop";
+        QTRY_VERIFY(camera.errors.size() == (isUsable ? failures + 1 : failures));
+        QCOMPARE(camera.control->status(), QCamera::ActiveStatus);
+        QCOMPARE(other.startsAndStops(), QPoint(1, 0));
+        QCOMPARE(camera.errors.first().first().toInt(), int(QCamera::CameraError));
+        QVERIFY(camera.errors.first().last().toString().contains(errorText));
+    }
+
     void zooms()
     {
         Camera camera(url("a clip.webm"));

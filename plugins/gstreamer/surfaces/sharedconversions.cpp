@@ -2,14 +2,20 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // Converts each frame once for all surfaces that need the same format.
 
-#include "frameconversions.h"
+#include "sharedconversions.h"
+
+/*!
+    \class SharedConversions
+
+    Those that the surfaces of one service need, of pictures that all have the same format.
+*/
 
 /*!
     The format of the frames that convert() makes of those of the format \a input; invalid when
     GStreamer has no conversion to \a outputFormat. Another \a input ends the conversions there are.
 */
-QVideoSurfaceFormat FrameConversions::prepare(const QVideoSurfaceFormat &input,
-                                              QVideoFrame::PixelFormat outputFormat)
+QVideoSurfaceFormat SharedConversions::prepare(const QVideoSurfaceFormat &input,
+                                               QVideoFrame::PixelFormat outputFormat)
 {
     if (input != m_input) {
         m_conversions.clear();
@@ -25,8 +31,8 @@ QVideoSurfaceFormat FrameConversions::prepare(const QVideoSurfaceFormat &input,
     The same frame for each call with the same \a frame. Invalid when \a frame can't be read, or the
     conversion hasn't been prepared.
 */
-QVideoFrame FrameConversions::convert(const QVideoFrame &frame,
-                                      QVideoFrame::PixelFormat outputFormat)
+QVideoFrame SharedConversions::convert(const QVideoFrame &frame,
+                                       QVideoFrame::PixelFormat outputFormat)
 {
     Conversion &conversion = m_conversions[outputFormat];
     if (conversion.source == frame || !conversion.converter)
@@ -38,7 +44,7 @@ QVideoFrame FrameConversions::convert(const QVideoFrame &frame,
 }
 
 /*! Gives the memory of the frames back to their source. */
-void FrameConversions::releaseFrames()
+void SharedConversions::releaseFrames()
 {
     for (auto &[format, conversion] : m_conversions) {
         conversion.source = QVideoFrame();
@@ -47,12 +53,12 @@ void FrameConversions::releaseFrames()
 }
 
 /*! How many frames have been made since resetCount(). */
-int FrameConversions::count() const
+int SharedConversions::count() const
 {
     return m_count;
 }
 
-void FrameConversions::resetCount()
+void SharedConversions::resetCount()
 {
     m_count = 0;
 }

@@ -7,14 +7,23 @@
 #include "videoformat.h"
 #include "videoframe.h"
 
-/*! Null when GStreamer has no conversion from \a input to \a outputFormat. */
+/*!
+    \class FrameConverter
+
+    Used on one thread, for frames of one format.
+*/
+
+/*!
+    Null when GStreamer has no conversion from \a input to \a outputFormat. Formats that it doesn't
+    tell from another one don't count: a frame is labelled by its format in GStreamer.
+*/
 std::unique_ptr<FrameConverter> FrameConverter::create(const QVideoSurfaceFormat &input,
                                                        QVideoFrame::PixelFormat outputFormat)
 {
     QVideoSurfaceFormat output(input.frameSize(), outputFormat);
     output.setFrameRate(input.frameRate());
     output.setPixelAspectRatio(input.pixelAspectRatio());
-    if (VideoFormat::toGst(outputFormat) == GST_VIDEO_FORMAT_UNKNOWN)
+    if (!VideoFormat::isExact(outputFormat))
         return nullptr;
 
     std::unique_ptr<FrameConverter> converter(new FrameConverter);

@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // Converts each frame once for all surfaces that need the same format.
 
-#ifndef FRAMECONVERSIONS_H
-#define FRAMECONVERSIONS_H
+#ifndef SHAREDCONVERSIONS_H
+#define SHAREDCONVERSIONS_H
 
 #include "frameconverter.h"
 
 #include <map>
 
-class FrameConversions
+class SharedConversions
 {
 public:
     QVideoSurfaceFormat prepare(const QVideoSurfaceFormat &input,

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// Presents a camera's frames on all surfaces that its controls were given.
+// Presents the pictures of a service on all surfaces that its controls were given.
 
-#ifndef SURFACEFEEDER_H
-#define SURFACEFEEDER_H
+#ifndef SURFACEGROUP_H
+#define SURFACEGROUP_H
 
 #include "surfacefeed.h"
 
@@ -20,15 +20,17 @@ struct FrameCounts
     int converted = 0;
 };
 
-class SurfaceFeeder : public QObject
+class SurfaceGroup : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit SurfaceFeeder(QObject *parent = nullptr);
+    explicit SurfaceGroup(QObject *parent = nullptr);
+    ~SurfaceGroup() override;
 
     QAbstractVideoSurface *surface(const QObject *control) const;
     void setSurface(const QObject *control, QAbstractVideoSurface *surface);
+    QList<QVideoFrame::PixelFormat> pixelFormats() const;
 
     void present(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
     void stop();
@@ -36,17 +38,23 @@ public:
     FrameCounts counts() const;
     void resetCounts();
 
+Q_SIGNALS:
+    void pixelFormatsChanged();
+    void failed(SurfaceFeed::Outcome failure, const QString &text);
+
 private:
     using FeedPointer = std::shared_ptr<SurfaceFeed>;
 
+    void add(QAbstractVideoSurface *surface);
     bool isInUse(const QAbstractVideoSurface *surface) const;
     void removeUnused();
+    void handleOutcome(SurfaceFeed::Outcome outcome, const QSize &size);
 
     QMap<const QObject *, QPointer<QAbstractVideoSurface>> m_surfaces;
-    FrameConversions m_conversions;
+    SharedConversions m_conversions;
     std::vector<FeedPointer> m_feeds;
     FrameCounts m_counts;
-    int m_run = 0;
+    Run m_run;
 };
 
 #endif
