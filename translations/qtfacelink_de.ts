@@ -378,14 +378,6 @@ Kamera ausgefallen, 3 kein Codec oder Codec ausgefallen, 4 Port belegt,
 <context>
     <name>DecoderPipeline</name>
     <message>
-        <source>%1: the element is not installed</source>
-        <translation>%1: Das Element ist nicht installiert</translation>
-    </message>
-    <message>
-        <source>%1: the element cannot be linked</source>
-        <translation>%1: Das Element kann nicht verbunden werden</translation>
-    </message>
-    <message>
         <source>The codec %1 is not supported</source>
         <translation>Der Codec %1 wird nicht unterstützt</translation>
     </message>
@@ -496,6 +488,10 @@ Kamera ausgefallen, 3 kein Codec oder Codec ausgefallen, 4 Port belegt,
     <message>
         <source>The pipeline cannot be set to %1</source>
         <translation>Die Pipeline kann nicht in den Zustand %1 gebracht werden</translation>
+    </message>
+    <message>
+        <source>%1: the element is not installed</source>
+        <translation>%1: Das Element ist nicht installiert</translation>
     </message>
 </context>
 <context>

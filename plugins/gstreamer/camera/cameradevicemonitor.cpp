@@ -6,19 +6,13 @@
 
 #include "gstreamersetup.h"
 
-#include <QtCore/qmutex.h>
-
-// Outlives the monitor while a thread of a device provider is at work with it.
-struct CameraDeviceMonitor::Receiver
-{
-    QMutex mutex;
-    CameraDeviceMonitor *monitor;
-};
-
 /*!
+    \class CameraDeviceMonitor
+
     Watches from construction to destruction. devicesChanged() is emitted in the thread of this
     object, from a posted event, once for each device that comes, goes or changes.
 */
+
 CameraDeviceMonitor::CameraDeviceMonitor(QObject *parent) : QObject(parent)
 {
     if (!GStreamerSetup::initialize())
@@ -28,10 +22,15 @@ CameraDeviceMonitor::CameraDeviceMonitor(QObject *parent) : QObject(parent)
     gst_device_monitor_set_show_all_devices(m_monitor.get(), true);
     gst_device_monitor_add_filter(m_monitor.get(), "Video/Source", nullptr);
     const GstBusPointer bus(gst_device_monitor_get_bus(m_monitor.get()));
-    m_receiver = std::make_shared<Receiver>();
-    m_receiver->monitor = this;
-    gst_bus_set_sync_handler(bus.get(), handleMessage, new std::shared_ptr<Receiver>(m_receiver),
-                             dropReceiver);
+    gst_bus_set_sync_handler(
+            bus.get(), handleMessage,
+            new GatedCall<void()> {m_gate,
+                                   [this] {
+                                       QMetaObject::invokeMethod(
+                                               this, &CameraDeviceMonitor::devicesChanged,
+                                               Qt::QueuedConnection);
+                                   }},
+            GatedCall<void()>::destroy);
     gst_device_monitor_start(m_monitor.get());
 }
 
@@ -39,28 +38,21 @@ CameraDeviceMonitor::~CameraDeviceMonitor()
 {
     if (!m_monitor)
         return;
-    {
-        const QMutexLocker locker(&m_receiver->mutex);
-        m_receiver->monitor = nullptr;
-    }
+    m_gate->close();
     gst_device_monitor_stop(m_monitor.get());
     const GstBusPointer bus(gst_device_monitor_get_bus(m_monitor.get()));
     gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
 }
 
 /*! Runs on the thread of the device provider, so it only posts an event. */
-GstBusSyncReply CameraDeviceMonitor::handleMessage(GstBus *, GstMessage *message, gpointer receiver)
+GstBusSyncReply CameraDeviceMonitor::handleMessage(GstBus *, GstMessage *message, gpointer data)
 {
-    Receiver *const target = static_cast<std::shared_ptr<Receiver> *>(receiver)->get();
-    const QMutexLocker locker(&target->mutex);
+    const auto *call = GatedCall<void()>::from(data);
     switch (GST_MESSAGE_TYPE(message)) {
     case GST_MESSAGE_DEVICE_ADDED:
     case GST_MESSAGE_DEVICE_REMOVED:
     case GST_MESSAGE_DEVICE_CHANGED:
-        if (target->monitor) {
-            QMetaObject::invokeMethod(target->monitor, &CameraDeviceMonitor::devicesChanged,
-                                      Qt::QueuedConnection);
-        }
+        call->gate->pass(call->function);
         break;
     default:
         break;
@@ -68,9 +60,4 @@ GstBusSyncReply CameraDeviceMonitor::handleMessage(GstBus *, GstMessage *message
     // Nobody reads the bus, so nothing may pile up there.
     gst_message_unref(message);
     return GST_BUS_DROP;
-}
-
-void CameraDeviceMonitor::dropReceiver(gpointer receiver)
-{
-    delete static_cast<std::shared_ptr<Receiver> *>(receiver);
 }

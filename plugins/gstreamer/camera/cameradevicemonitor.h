@@ -5,6 +5,7 @@
 #ifndef CAMERADEVICEMONITOR_H
 #define CAMERADEVICEMONITOR_H
 
+#include "gate.h"
 #include "gstpointers.h"
 
 #include <QtCore/qobject.h>
@@ -21,12 +22,9 @@ Q_SIGNALS:
     void devicesChanged();
 
 private:
-    struct Receiver;
+    static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer call);
 
-    static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer receiver);
-    static void dropReceiver(gpointer receiver);
-
-    std::shared_ptr<Receiver> m_receiver;
+    const std::shared_ptr<Gate> m_gate = std::make_shared<Gate>();
     std::unique_ptr<GstDeviceMonitor, GstObjectUnref> m_monitor;
 };
 

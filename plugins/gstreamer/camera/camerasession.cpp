@@ -8,7 +8,16 @@
 #include "gstreamersetup.h"
 #include "logging.h"
 
+namespace {
+
+// Of frames that wait for a busy thread the oldest is dropped, so that what is shown stays fresh.
+const int mostWaitingFrames = 2;
+
+} // namespace
+
 /*!
+    \class CameraSession
+
     Owns the pipeline of a camera and brings it up and down; everything runs on the thread of this
     object. started() is emitted with the first frame after start().
 
@@ -19,7 +28,16 @@
     Whoever receives a signal of the camera, and a surface that is called, may open, start, stop,
     close or delete it. The latest request counts, and what was going on before ends there.
 */
-CameraSession::CameraSession(QObject *parent) : QObject(parent) { }
+
+CameraSession::CameraSession(QObject *parent)
+    : QObject(parent),
+      m_frames(
+              this, [this](const CapturedFrame &captured) { handleFrame(captured); },
+              mostWaitingFrames)
+{
+    connect(&m_pipeline, &Pipeline::errorReported, this, &CameraSession::handlePipelineError);
+    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &CameraSession::handleEndOfStream);
+}
 
 CameraSession::~CameraSession()
 {
@@ -45,7 +63,7 @@ std::shared_ptr<const void> CameraSession::keepAlive() const
 bool CameraSession::open(const QByteArray &deviceName)
 {
     close();
-    const int opening = m_opening;
+    const Run::Watch isOn = m_run.watch();
     QString reason;
     if (!GStreamerSetup::initialize(&reason))
         return fail({QCamera::ServiceMissingError, reason});
@@ -57,18 +75,21 @@ bool CameraSession::open(const QByteArray &deviceName)
         return fail(failure);
     m_source = std::move(source);
     const bool isReady = preparePipeline();
-    if (opening == m_opening)
+    if (isOn())
         m_device.open(m_source->createControls());
-    return isReady && opening == m_opening;
+    return isReady && isOn();
 }
 
-void CameraSession::close()
+/*! False if somebody who was told has opened or closed a device meanwhile. */
+bool CameraSession::close()
 {
-    const int opening = ++m_opening;
+    m_run.begin();
+    const Run::Watch isOn = m_run.watch();
     m_source.reset();
     takeDown(GST_STATE_NULL);
-    if (opening == m_opening)
+    if (isOn())
         m_device.close();
+    return isOn();
 }
 
 bool CameraSession::isOpen() const
@@ -80,10 +101,7 @@ bool CameraSession::isOpen() const
 bool CameraSession::start()
 {
     m_surfaces.resetCounts();
-    if (!m_isPipelineCurrent && !preparePipeline())
-        return false;
-    const std::shared_ptr<Capture> capture = m_capture;
-    return capture->pipeline.setState(GST_STATE_PLAYING);
+    return (m_isPipelineCurrent || preparePipeline()) && m_pipeline.setState(GST_STATE_PLAYING);
 }
 
 /*! Stops the frames and the surfaces; the device stays open. */
@@ -135,15 +153,13 @@ void CameraSession::setSettings(const QCameraViewfinderSettings &settings)
 
 qreal CameraSession::digitalZoom() const
 {
-    return m_digitalZoom;
+    return m_grabber.magnification();
 }
 
 /*! Takes effect with the next frame, and stays for the pipelines to come. */
 void CameraSession::setDigitalZoom(qreal factor)
 {
-    m_digitalZoom = factor;
-    if (m_capture)
-        m_capture->frames.setMagnification(factor);
+    m_grabber.setMagnification(factor);
 }
 
 /*! Has the settings of the device while that is open; never null. */
@@ -170,16 +186,19 @@ bool CameraSession::preparePipeline()
         return fail(failure);
 
     takePipelineDown(GST_STATE_NULL);
-    const std::shared_ptr<Capture> capture = std::make_shared<Capture>();
-    connect(&capture->pipeline, &Pipeline::errorReported, this,
-            &CameraSession::handlePipelineError);
-    connect(&capture->pipeline, &Pipeline::endOfStreamReached, this,
-            &CameraSession::handleEndOfStream);
-    connect(&capture->frames, &FrameQueue::frameCaptured, this, &CameraSession::handleFrame);
-    capture->frames.setMagnification(m_digitalZoom);
-    m_capture = capture;
-    m_isPipelineCurrent = capture->adopt(std::move(pipeline)) && capture == m_capture;
-    return m_isPipelineCurrent;
+    const Run::Watch isOn = m_run.watch();
+    m_pipeline.adopt(std::move(pipeline));
+    m_pipeline.onSample("frames", [this](GstSample *sample) {
+        const CapturedFrame captured = m_grabber.grab(sample);
+        if (captured.frame.isValid())
+            m_frames.append(captured);
+        return captured.frame.isValid();
+    });
+    const bool isReady = m_pipeline.setState(GST_STATE_READY);
+    if (!isOn())
+        return false;
+    m_isPipelineCurrent = isReady;
+    return isReady;
 }
 
 void CameraSession::takeDown(GstState state)
@@ -193,14 +212,11 @@ void CameraSession::takeDown(GstState state)
 /*! A pipeline that doesn't come down in time is given up, so that the next start makes another. */
 void CameraSession::takePipelineDown(GstState state)
 {
-    if (m_capture && !Capture::takeDown(m_capture, state)) {
+    if (!m_pipeline.takeDown(state))
         qCWarning(lcFaceLinkGStreamer, "A camera hangs and can't be stopped; it is left to itself");
-        m_capture.reset();
-    }
-    if (state == GST_STATE_NULL)
-        m_capture.reset();
+    m_frames.clear();
     // A decoder that finds its parts by itself links them only once.
-    if (!m_capture || (m_source && m_source->isRepeating()))
+    if (m_pipeline.isEmpty() || (m_source && m_source->isRepeating()))
         m_isPipelineCurrent = false;
 }
 
@@ -214,9 +230,7 @@ void CameraSession::closeAndFail(const QString &reason)
 {
     const std::shared_ptr<const void> alive = keepAlive();
     const QString text = QStringLiteral("%1: %2").arg(m_source->displayName(), reason);
-    const int opening = m_opening + 1;
-    close();
-    if (opening == m_opening)
+    if (close())
         fail({QCamera::CameraError, text});
 }
 
@@ -226,17 +240,17 @@ void CameraSession::handlePipelineError(Pipeline::ErrorKind, const QString &text
         closeAndFail(m_source->explain(text));
 }
 
-void CameraSession::handleFrame(const QVideoFrame &frame, const QVideoSurfaceFormat &format)
+void CameraSession::handleFrame(const CapturedFrame &captured)
 {
     const std::shared_ptr<const void> alive = keepAlive();
-    m_format = format;
+    m_format = captured.format;
     if (!m_hasFrame) {
         m_hasFrame = true;
         Q_EMIT started();
     }
     // Whoever was told may have stopped the camera again.
     if (m_hasFrame)
-        m_surfaces.present(frame, format);
+        m_surfaces.present(captured.frame, captured.format);
 }
 
 void CameraSession::handleEndOfStream()
@@ -251,12 +265,10 @@ void CameraSession::handleEndOfStream()
 /*! Some containers can't seek, so there is a new pipeline for those, which takes longer. */
 void CameraSession::rewind()
 {
-    const GstElementPointer sink = m_capture->pipeline.element("frames");
+    const GstElementPointer sink = m_pipeline.element("frames");
     if (gst_element_seek_simple(sink.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH, 0))
         return;
     const std::shared_ptr<const void> alive = keepAlive();
-    if (!preparePipeline())
-        return;
-    const std::shared_ptr<Capture> capture = m_capture;
-    capture->pipeline.setState(GST_STATE_PLAYING);
+    if (preparePipeline())
+        m_pipeline.setState(GST_STATE_PLAYING);
 }

@@ -6,8 +6,9 @@
 #define CAMERASESSION_H
 
 #include "camerasource.h"
-#include "capture.h"
+#include "framegrabber.h"
 #include "opendevice.h"
+#include "pipeline.h"
 #include "surfacegroup.h"
 
 class CameraSession : public QObject
@@ -22,7 +23,7 @@ public:
     std::shared_ptr<const void> keepAlive() const;
 
     bool open(const QByteArray &deviceName);
-    void close();
+    bool close();
     bool isOpen() const;
 
     bool start();
@@ -51,7 +52,7 @@ private:
     bool fail(const CameraFailure &failure);
     void closeAndFail(const QString &reason);
     void handlePipelineError(Pipeline::ErrorKind kind, const QString &text);
-    void handleFrame(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
+    void handleFrame(const CapturedFrame &captured);
     void handleEndOfStream();
     void rewind();
 
@@ -59,14 +60,16 @@ private:
     std::unique_ptr<CameraSource> m_source;
     QCameraViewfinderSettings m_settings;
     QVideoSurfaceFormat m_format;
-    qreal m_digitalZoom = 1;
     bool m_isPipelineCurrent = false;
     bool m_hasFrame = false;
-    int m_opening = 0;
+    Run m_run;
 
     OpenDevice m_device;
     SurfaceGroup m_surfaces;
-    std::shared_ptr<Capture> m_capture;
+    FrameGrabber m_grabber;
+    PostedQueue<CapturedFrame> m_frames;
+    // Destroyed first: its threads use what comes before.
+    Pipeline m_pipeline;
 };
 
 #endif

@@ -6,6 +6,7 @@
 
 #include "cameradevices.h"
 #include "filecamerasource.h"
+#include "pipeline.h"
 #include "testcamerasource.h"
 #include "video4linuxcamerasource.h"
 
@@ -67,18 +68,12 @@ QString CameraSource::explain(const QString &report) const
     return report;
 }
 
-/*!
-    Builds the pipeline that \a description spells out; GStreamer's own text names what is missing.
-*/
+/*! See Pipeline::parse(). */
 GstElementPointer CameraSource::parse(const QString &description, CameraFailure *failure)
 {
-    GError *error = nullptr;
-    GstElement *pipeline = gst_parse_launch_full(description.toUtf8().constData(), nullptr,
-                                                 GST_PARSE_FLAG_FATAL_ERRORS, &error);
-    if (!pipeline) {
-        *failure = {QCamera::ServiceMissingError, QString::fromUtf8(error->message)};
-        g_clear_error(&error);
-        return nullptr;
-    }
-    return GstElementPointer(GST_ELEMENT(gst_object_ref_sink(pipeline)));
+    QString errorText;
+    GstElementPointer pipeline = Pipeline::parse(description.toUtf8(), &errorText);
+    if (!pipeline)
+        *failure = {QCamera::ServiceMissingError, errorText};
+    return pipeline;
 }

@@ -4,6 +4,8 @@
 
 #include "videofileprobe.h"
 
+#include "pipeline.h"
+
 #include <QtCore/qdir.h>
 #include <QtCore/qfileinfo.h>
 
@@ -148,16 +150,11 @@ bool VideoFileProbe::isTurnedSideways() const
 
 GstElementPointer VideoFileProbe::createPipeline(const QString &path, QString *errorText) const
 {
-    GError *error = nullptr;
-    GstElement *element
-            = gst_parse_launch_full("filesrc name=file ! parsebin name=parser fakesink name=sink",
-                                    nullptr, GST_PARSE_FLAG_FATAL_ERRORS, &error);
-    if (!element) {
-        *errorText = QString::fromUtf8(error->message);
-        g_clear_error(&error);
+    GstElementPointer pipeline = Pipeline::parse(
+            "filesrc name=file ! parsebin name=parser fakesink name=sink", errorText);
+    if (!pipeline)
         return nullptr;
-    }
-    GstElementPointer pipeline(GST_ELEMENT(gst_object_ref_sink(element)));
+    GstElement *element = pipeline.get();
     const GstElementPointer file(gst_bin_get_by_name(GST_BIN(element), "file"));
     const GstElementPointer parser(gst_bin_get_by_name(GST_BIN(element), "parser"));
     const GstElementPointer sink(gst_bin_get_by_name(GST_BIN(element), "sink"));

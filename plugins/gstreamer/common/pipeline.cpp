@@ -4,9 +4,16 @@
 
 #include "pipeline.h"
 
-#include <QtCore/qcoreapplication.h>
+#include <gst/app/gstappsink.h>
+#include <gst/app/gstappsrc.h>
+
+#include <algorithm>
+#include <thread>
 
 namespace {
+
+// Stopping may take half a second, with everything else that it does.
+const std::chrono::milliseconds longestTakeDown(400);
 
 QString sourceName(GstMessage *message)
 {
@@ -61,6 +68,8 @@ Pipeline::ErrorKind errorKind(GstMessage *message, const GError *error, const QS
 } // namespace
 
 /*!
+    \class Pipeline
+
     Holds one GStreamer pipeline at a time. State changes belong to the thread this object lives in,
     and that is where its signals are emitted, from posted events: a streaming thread is never made
     to wait, and neither a GLib main loop nor a bus watch is needed.
@@ -68,11 +77,36 @@ Pipeline::ErrorKind errorKind(GstMessage *message, const GError *error, const QS
     A run is the time between going up to and coming down from a state. What the pipeline reported
     in a run that is over is dropped.
 */
-Pipeline::Pipeline(QObject *parent) : QObject(parent) { }
+
+Pipeline::Pipeline(QObject *parent)
+    : QObject(parent), m_reports(this, [this](const Report &report) { handleReport(report); })
+{
+}
 
 Pipeline::~Pipeline()
 {
-    reset();
+    takeDown(GST_STATE_NULL);
+}
+
+/*!
+    Builds the pipeline that \a description spells out in the language of gst-launch-1.0. Null with
+    an \a errorText, which names an element that isn't installed.
+*/
+GstElementPointer Pipeline::parse(const QByteArray &description, QString *errorText)
+{
+    GError *error = nullptr;
+    GstParseContext *context = gst_parse_context_new();
+    GstElement *parsed = gst_parse_launch_full(description.constData(), context,
+                                               GST_PARSE_FLAG_FATAL_ERRORS, &error);
+    gchar **missing = gst_parse_context_get_missing_elements(context);
+    if (missing)
+        *errorText = tr("%1: the element is not installed").arg(QString::fromUtf8(*missing));
+    else if (error)
+        *errorText = QString::fromUtf8(error->message);
+    g_strfreev(missing);
+    g_clear_error(&error);
+    gst_parse_context_free(context);
+    return GstElementPointer(parsed ? GST_ELEMENT(gst_object_ref_sink(parsed)) : nullptr);
 }
 
 /*!
@@ -80,38 +114,69 @@ Pipeline::~Pipeline()
 */
 void Pipeline::adopt(GstElementPointer pipeline)
 {
-    reset();
+    takeDown(GST_STATE_NULL);
     m_pipeline = std::move(pipeline);
     if (!m_pipeline)
         return;
+    const std::function<void(GstMessage *)> report = [this](GstMessage *message) {
+        if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_EOS)
+            m_reports.append(Report());
+        else if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR)
+            m_reports.append(readError(message));
+    };
     const GstBusPointer bus(gst_element_get_bus(m_pipeline.get()));
-    if (bus)
-        gst_bus_set_sync_handler(bus.get(), handleMessage, this, nullptr);
-}
-
-/*! Stops and frees the pipeline; none of its threads runs any more when this returns. */
-void Pipeline::reset()
-{
-    if (!m_pipeline)
-        return;
-    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
-    release();
+    gst_bus_set_sync_handler(bus.get(), handleMessage, gated(report),
+                             GatedCall<void(GstMessage *)>::destroy);
 }
 
 /*!
-    Hands the pipeline over, null when there is none, without a change of its state. Nothing that it
-    reports arrives any more, but its threads may still run.
+    Takes the pipeline down to \a state; there is none any more when that is GST_STATE_NULL. Nothing
+    is called or emitted by it from then on.
+
+    A device, a disk or an encoder in the middle of a large picture can't be interrupted. The result
+    is then false, after 0.4 seconds: a thread of its own takes the pipeline to its end when the
+    hanging call comes back, this object has none any more, and is free for another. \a companion is
+    what the pipeline needs until then.
 */
-GstElementPointer Pipeline::release()
+bool Pipeline::takeDown(GstState state, const std::shared_ptr<void> &companion)
 {
-    GstElementPointer pipeline = std::move(m_pipeline);
-    const GstBusPointer bus(pipeline ? gst_element_get_bus(pipeline.get()) : nullptr);
-    if (bus) {
-        gst_bus_set_flushing(bus.get(), TRUE);
-        gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+    if (!m_pipeline)
+        return true;
+    if (state == GST_STATE_NULL)
+        closeGates();
+    std::promise<void> promise;
+    std::future<void> future = promise.get_future();
+    GstElementPointer pipeline(GST_ELEMENT(gst_object_ref(m_pipeline.get())));
+    std::thread thread([pipeline = std::move(pipeline), promise = std::move(promise), companion,
+                        state]() mutable {
+        gst_element_set_state(pipeline.get(), state);
+        promise.set_value();
+    });
+    const bool isDown = future.wait_for(longestTakeDown) == std::future_status::ready;
+    if (isDown) {
+        thread.join();
+    } else {
+        thread.detach();
+        m_takeDowns.push_back(std::move(future));
     }
+    if (!isDown || state == GST_STATE_NULL)
+        release();
     beginRun();
-    return pipeline;
+    return isDown;
+}
+
+/*! Waits until at most \a most of the pipelines that takeDown() let go are still on their way. */
+void Pipeline::awaitThoseLetGo(std::size_t most)
+{
+    const auto isDone = [](const std::future<void> &takeDown) {
+        return takeDown.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    };
+    m_takeDowns.erase(std::remove_if(m_takeDowns.begin(), m_takeDowns.end(), isDone),
+                      m_takeDowns.end());
+    while (m_takeDowns.size() > most) {
+        m_takeDowns.front().wait();
+        m_takeDowns.erase(m_takeDowns.begin());
+    }
 }
 
 bool Pipeline::isEmpty() const
@@ -122,15 +187,14 @@ bool Pipeline::isEmpty() const
 /*! A new reference to the element called \a name, null when there is none. */
 GstElementPointer Pipeline::element(const char *name) const
 {
-    if (!m_pipeline || !GST_IS_BIN(m_pipeline.get()))
-        return nullptr;
-    return GstElementPointer(gst_bin_get_by_name(GST_BIN(m_pipeline.get()), name));
+    return GstElementPointer(m_pipeline ? gst_bin_get_by_name(GST_BIN(m_pipeline.get()), name)
+                                        : nullptr);
 }
 
 /*!
-    Takes the pipeline to \a state. A change that goes on in the background counts as success. On
-    failure errorReported() has been emitted by the time this returns false. Going down to a lower
-    state ends the run.
+    Takes the pipeline to \a state, for as long as that takes. A change that goes on in the
+    background counts as success. On failure errorReported() has been emitted by the time this
+    returns false. Going down to a lower state ends the run.
 */
 bool Pipeline::setState(GstState state)
 {
@@ -144,65 +208,123 @@ bool Pipeline::setState(GstState state)
     if (result != GST_STATE_CHANGE_FAILURE)
         return true;
 
-    // The element's own words, if there are any, have been posted to this object by now.
-    const int run = m_run;
-    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    // The element's own words, if there are any, wait here by now.
+    const Run::Watch isOn = m_run.watch();
+    m_reports.deliver();
     const QString stateName = QString::fromLatin1(gst_element_state_get_name(state));
-    reportError(run, ResourceError, tr("The pipeline cannot be set to %1").arg(stateName));
+    if (isOn())
+        handleReport({true, ResourceError, tr("The pipeline cannot be set to %1").arg(stateName)});
     return false;
 }
 
-/*! Runs on whatever thread posts the message, so it only reads the message and posts an event. */
-GstBusSyncReply Pipeline::handleMessage(GstBus *, GstMessage *message, gpointer self)
+/*!
+    Has \a call get what arrives at the appsink called \a sink, on the streaming thread. If it
+    returns false the pipeline fails for a format that doesn't fit.
+*/
+void Pipeline::onSample(const char *sink, const std::function<bool(GstSample *)> &call)
 {
-    auto *pipeline = static_cast<Pipeline *>(self);
-    const int run = pipeline->m_run;
-    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_EOS) {
-        QMetaObject::invokeMethod(
-                pipeline, [pipeline, run] { pipeline->reportEndOfStream(run); },
-                Qt::QueuedConnection);
-    } else if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR) {
-        pipeline->postError(run, message);
-    }
+    using Call = GatedCall<bool(GstSample *)>;
+    GstAppSinkCallbacks callbacks = {};
+    callbacks.new_sample = [](GstAppSink *appSink, gpointer data) {
+        const GstSamplePointer sample(gst_app_sink_pull_sample(appSink));
+        bool isTaken = false;
+        const bool isOpen = Call::from(data)->gate->pass(
+                [&] { isTaken = sample && Call::from(data)->function(sample.get()); });
+        if (!isOpen || !sample)
+            return GST_FLOW_FLUSHING;
+        return isTaken ? GST_FLOW_OK : GST_FLOW_NOT_NEGOTIATED;
+    };
+    gst_app_sink_set_callbacks(GST_APP_SINK(element(sink).get()), &callbacks, gated(call),
+                               Call::destroy);
+}
+
+/*! Has \a call know when the appsrc called \a source has nothing left, on its streaming thread. */
+void Pipeline::onNeedData(const char *source, const std::function<void()> &call)
+{
+    using Call = GatedCall<void()>;
+    GstAppSrcCallbacks callbacks = {};
+    callbacks.need_data = [](GstAppSrc *, guint, gpointer data) {
+        Call::from(data)->gate->pass(Call::from(data)->function);
+    };
+    gst_app_src_set_callbacks(GST_APP_SRC(element(source).get()), &callbacks, gated(call),
+                              Call::destroy);
+}
+
+/*! Has \a call see each event that comes out of the sink pad of \a element, on any thread. */
+void Pipeline::onUpstreamEvent(const char *element, const std::function<void(GstEvent *)> &call)
+{
+    using Call = GatedCall<void(GstEvent *)>;
+    const auto probe = [](GstPad *, GstPadProbeInfo *info, gpointer data) {
+        Call::from(data)->gate->pass(
+                [&] { Call::from(data)->function(GST_PAD_PROBE_INFO_EVENT(info)); });
+        return GST_PAD_PROBE_OK;
+    };
+    const GstPadPointer pad(gst_element_get_static_pad(this->element(element).get(), "sink"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_EVENT_UPSTREAM, probe, gated(call),
+                      Call::destroy);
+}
+
+/*! What GStreamer can be given to call \a function with; it is open until the pipeline goes. */
+template<typename Function> gpointer Pipeline::gated(const std::function<Function> &function)
+{
+    m_gates.push_back(std::make_shared<Gate>());
+    return new GatedCall<Function> {m_gates.back(), function};
+}
+
+void Pipeline::closeGates()
+{
+    for (const std::shared_ptr<Gate> &gate : m_gates)
+        gate->close();
+    m_gates.clear();
+}
+
+/*! Runs on whatever thread posts the message, so it only has the message read. */
+GstBusSyncReply Pipeline::handleMessage(GstBus *, GstMessage *message, gpointer data)
+{
+    const auto *call = GatedCall<void(GstMessage *)>::from(data);
+    call->gate->pass([&] { call->function(message); });
     // Nobody reads the bus, so nothing may pile up there.
     gst_message_unref(message);
     return GST_BUS_DROP;
 }
 
-void Pipeline::postError(int run, GstMessage *message)
+Pipeline::Report Pipeline::readError(GstMessage *message)
 {
     GError *error = nullptr;
     gchar *debugText = nullptr;
     gst_message_parse_error(message, &error, &debugText);
     const QString reason = reasonOf(debugText);
-    const ErrorKind kind = errorKind(message, error, reason);
-    QString text
-            = QStringLiteral("%1: %2").arg(sourceName(message), QString::fromUtf8(error->message));
+    Report report {
+            true, errorKind(message, error, reason),
+            QStringLiteral("%1: %2").arg(sourceName(message), QString::fromUtf8(error->message))};
     if (!reason.isEmpty())
-        text += QStringLiteral(" (%1)").arg(reason);
+        report.text += QStringLiteral(" (%1)").arg(reason);
     g_clear_error(&error);
     g_free(debugText);
-    QMetaObject::invokeMethod(
-            this, [this, run, kind, text] { reportError(run, kind, text); }, Qt::QueuedConnection);
+    return report;
+}
+
+void Pipeline::release()
+{
+    closeGates();
+    const GstBusPointer bus(gst_element_get_bus(m_pipeline.get()));
+    gst_bus_set_flushing(bus.get(), TRUE);
+    gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+    m_pipeline.reset();
 }
 
 void Pipeline::beginRun()
 {
-    ++m_run;
+    m_run.begin();
+    m_reports.clear();
     m_errorReported = false;
 }
 
 /*! One failure makes several elements complain; only the first complaint says what is wrong. */
-void Pipeline::reportError(int run, ErrorKind kind, const QString &text)
+void Pipeline::handleReport(const Report &report)
 {
-    if (run != m_run || m_errorReported)
-        return;
-    m_errorReported = true;
-    Q_EMIT errorReported(kind, text);
-}
-
-void Pipeline::reportEndOfStream(int run)
-{
-    if (run == m_run)
+    if (!report.isError)
         Q_EMIT endOfStreamReached();
+    else if (!std::exchange(m_errorReported, true))
+        Q_EMIT errorReported(report.kind, report.text);
 }

@@ -5,12 +5,14 @@
 #ifndef PIPELINE_H
 #define PIPELINE_H
 
+#include "gate.h"
 #include "gstpointers.h"
+#include "postedqueue.h"
 
-#include <QtCore/qobject.h>
 #include <QtCore/qstring.h>
 
-#include <atomic>
+#include <future>
+#include <vector>
 
 class Pipeline : public QObject
 {
@@ -22,27 +24,45 @@ public:
     explicit Pipeline(QObject *parent = nullptr);
     ~Pipeline() override;
 
+    static GstElementPointer parse(const QByteArray &description, QString *errorText);
+
     void adopt(GstElementPointer pipeline);
-    void reset();
-    GstElementPointer release();
+    bool takeDown(GstState state, const std::shared_ptr<void> &companion = nullptr);
+    void awaitThoseLetGo(std::size_t most);
 
     bool isEmpty() const;
     GstElementPointer element(const char *name) const;
     bool setState(GstState state);
+
+    void onSample(const char *sink, const std::function<bool(GstSample *)> &call);
+    void onNeedData(const char *source, const std::function<void()> &call);
+    void onUpstreamEvent(const char *element, const std::function<void(GstEvent *)> &call);
 
 Q_SIGNALS:
     void errorReported(Pipeline::ErrorKind kind, const QString &text);
     void endOfStreamReached();
 
 private:
-    static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer self);
-    void postError(int run, GstMessage *message);
+    struct Report
+    {
+        bool isError = false;
+        ErrorKind kind = ResourceError;
+        QString text;
+    };
+
+    template<typename Function> gpointer gated(const std::function<Function> &function);
+    void closeGates();
+    static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer call);
+    static Report readError(GstMessage *message);
+    void release();
     void beginRun();
-    void reportError(int run, ErrorKind kind, const QString &text);
-    void reportEndOfStream(int run);
+    void handleReport(const Report &report);
 
     GstElementPointer m_pipeline;
-    std::atomic<int> m_run = 0;
+    std::vector<std::shared_ptr<Gate>> m_gates;
+    std::vector<std::future<void>> m_takeDowns;
+    PostedQueue<Report> m_reports;
+    Run m_run;
     bool m_errorReported = false;
 };
 

@@ -9,8 +9,8 @@
 #include "videoframe.h"
 
 #include <QtCore/qendian.h>
-#include <QtCore/qpointer.h>
 
+#include <gst/app/gstappsink.h>
 #include <gst/app/gstappsrc.h>
 
 #include <algorithm>
@@ -46,38 +46,15 @@ quint64 sequenceOf(GstBuffer *buffer)
     return meta ? meta->timestamp : GST_BUFFER_PTS(buffer) / frameInterval;
 }
 
-struct ElementRole
+QByteArray description(const StreamFormat &format, const QByteArray &decoder)
 {
-    const char *name;
-    QByteArray factoryName;
-};
-
-QVector<ElementRole> elementRoles(const StreamFormat &format, const QByteArray &decoderName)
-{
-    QVector<ElementRole> roles = {{"source", "appsrc"}};
-    if (format.parser)
-        roles.append(ElementRole {"parser", format.parser});
-    roles.append(ElementRole {"decoder", decoderName});
-    // Passes pictures on untouched for as long as the surface takes the decoder's own format.
-    roles.append(ElementRole {"converter", "videoconvert"});
-    roles.append(ElementRole {"sink", "appsink"});
-    return roles;
-}
-
-QString addElements(GstBin *bin, const QVector<ElementRole> &roles)
-{
-    GstElement *previous = nullptr;
-    for (const ElementRole &role : roles) {
-        const QString name = QString::fromUtf8(role.factoryName);
-        GstElement *element = gst_element_factory_make(role.factoryName.constData(), role.name);
-        if (!element)
-            return DecoderPipeline::tr("%1: the element is not installed").arg(name);
-        gst_bin_add(bin, element);
-        if (previous && !gst_element_link(previous, element))
-            return DecoderPipeline::tr("%1: the element cannot be linked").arg(name);
-        previous = element;
-    }
-    return QString();
+    const QByteArray parser = format.parser ? QByteArray(format.parser) + " ! " : QByteArray();
+    // The source's queue is bounded by its user, in frames. The converter passes pictures on
+    // untouched for as long as the surface takes them as they are.
+    return "appsrc name=source format=time is-live=true max-bytes=0 emit-signals=false ! " + parser
+            + decoder
+            + " name=decoder ! videoconvert ! appsink name=sink sync=false async=false qos=false "
+              "enable-last-sample=false";
 }
 
 void setIfKnown(GstElement *element, const char *property, int value)
@@ -127,6 +104,16 @@ GstCapsPointer sizedCaps(const QByteArray &frame)
                                               G_TYPE_INT, height, nullptr));
 }
 
+// Decoders copy every picture for a sink that doesn't say it can handle their strides.
+GstPadProbeReturn offerVideoMeta(GstPad *, GstPadProbeInfo *info, gpointer)
+{
+    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
+        return GST_PAD_PROBE_OK;
+    gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
+    return GST_PAD_PROBE_HANDLED;
+}
+
 void dropBytes(gpointer bytes)
 {
     delete static_cast<QByteArray *>(bytes);
@@ -157,7 +144,13 @@ GstBuffer *wrap(const QByteArray &data)
 */
 
 DecoderPipeline::DecoderPipeline(QObject *parent)
-    : QObject(parent), m_pixelFormats(exactFormats(VideoFormat::pixelFormats()))
+    : QObject(parent),
+      m_pixelFormats(exactFormats(VideoFormat::pixelFormats())),
+      m_pictures(this,
+                 [this](const Picture &picture) {
+                     Q_EMIT pictureDecoded(picture.frame, picture.format);
+                 }),
+      m_pipeline(this)
 {
     connect(&m_pipeline, &Pipeline::errorReported, this, &DecoderPipeline::errorReported);
     connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &DecoderPipeline::finish);
@@ -188,20 +181,18 @@ QString DecoderPipeline::build()
     reset();
     if (!m_format)
         return tr("The codec %1 is not supported").arg(m_decoder.codec);
-    GstElementPointer pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-    QString errorText
-            = addElements(GST_BIN(pipeline.get()), elementRoles(*m_format, m_decoder.factoryName));
-    if (!errorText.isEmpty())
+    QString errorText;
+    GstElementPointer pipeline
+            = Pipeline::parse(description(*m_format, m_decoder.factoryName), &errorText);
+    if (!pipeline)
         return errorText;
     m_pipeline.adopt(std::move(pipeline));
     m_source = m_pipeline.element("source");
     m_sink = m_pipeline.element("sink");
-    const GstElementPointer decoder = m_pipeline.element("decoder");
-    configureDecoder(decoder.get());
-    const GstPadPointer pad(gst_element_get_static_pad(decoder.get(), "sink"));
-    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_EVENT_UPSTREAM, handleDecoderEvent, this,
-                      nullptr);
-    configureSource(m_format->caps);
+    configureDecoder(m_pipeline.element("decoder").get());
+    m_pipeline.onUpstreamEvent("decoder", [this](GstEvent *event) { handleDecoderEvent(event); });
+    const GstCapsPointer caps(gst_caps_from_string(m_format->caps));
+    gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
     configureSink();
     return QString();
 }
@@ -215,13 +206,13 @@ bool DecoderPipeline::play()
 /*! Drops everything that is queued. Nothing is announced from then on until the next play(). */
 void DecoderPipeline::reset()
 {
-    m_pipeline.reset();
+    m_pipeline.takeDown(GST_STATE_NULL);
     m_source.reset();
     m_sink.reset();
     m_pictures.clear();
     m_lastGroup.clear();
     m_groupSequence = 0;
-    m_isEnding = false;
+    m_pictures.setLongestWait(maximumDelay);
     m_hasLostFrame = false;
     m_nextSequence = 0;
     m_answeredSequence = 0;
@@ -259,7 +250,7 @@ bool DecoderPipeline::push(const Frame &frame, bool isKey)
         gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
     GstBuffer *buffer = wrap(frame.data);
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const QMutexLocker locker(&m_mutex);
         keep(frame, isKey);
         GST_BUFFER_PTS(buffer) = m_nextSequence * frameInterval;
         gst_buffer_add_reference_timestamp_meta(buffer, sequenceReference(), m_nextSequence,
@@ -274,22 +265,22 @@ bool DecoderPipeline::push(const Frame &frame, bool isKey)
 /*! The frames from the last key frame on if there is no picture of any of them; none otherwise. */
 QVector<DecoderPipeline::Frame> DecoderPipeline::unansweredGroup() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const QMutexLocker locker(&m_mutex);
     return m_answeredSequence <= m_groupSequence ? m_lastGroup : QVector<Frame>();
 }
 
 /*! Has everything decoded that is queued; endOfStreamReached() comes after the last picture. */
 void DecoderPipeline::endStream()
 {
-    m_isEnding = true;
+    m_pictures.setLongestWait(std::chrono::milliseconds::zero());
     gst_app_src_end_of_stream(GST_APP_SRC(m_source.get()));
 }
 
 /*! The number of frames without a picture, and of pictures that wait to be announced. */
 int DecoderPipeline::backlog() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return int(m_nextSequence - m_answeredSequence) + int(m_pictures.size());
+    const QMutexLocker locker(&m_mutex);
+    return int(m_nextSequence - m_answeredSequence) + m_pictures.size();
 }
 
 /*!
@@ -298,7 +289,7 @@ int DecoderPipeline::backlog() const
 */
 bool DecoderPipeline::isSilent() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const QMutexLocker locker(&m_mutex);
     const int tolerance = m_heldBack.value_or(m_format->maximumReordering) + maximumSilence;
     if (takenCount() - int(m_answeredSequence) <= tolerance)
         return false;
@@ -308,23 +299,15 @@ bool DecoderPipeline::isSilent() const
             || oneTooMany.time < std::chrono::steady_clock::now() - hardwarePatience;
 }
 
-void DecoderPipeline::configureSource(const char *streamCaps)
-{
-    const GstCapsPointer caps(gst_caps_from_string(streamCaps));
-    // The queue is bounded by its user, in frames.
-    g_object_set(m_source.get(), "format", GST_FORMAT_TIME, "is-live", TRUE, "max-bytes",
-                 guint64(0), "emit-signals", FALSE, "caps", caps.get(), nullptr);
-}
-
 void DecoderPipeline::configureSink()
 {
-    g_object_set(m_sink.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "enable-last-sample",
-                 FALSE, "caps", capsOf(m_pixelFormats).get(), nullptr);
-    GstAppSinkCallbacks callbacks = {};
-    callbacks.new_sample = handleSample;
-    gst_app_sink_set_callbacks(GST_APP_SINK(m_sink.get()), &callbacks, this, nullptr);
+    gst_app_sink_set_caps(GST_APP_SINK(m_sink.get()), capsOf(m_pixelFormats).get());
+    m_pipeline.onSample("sink", [this](GstSample *sample) {
+        enqueue(sample);
+        return true;
+    });
     const GstPadPointer pad(gst_element_get_static_pad(m_sink.get(), "sink"));
-    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, handleQuery, nullptr,
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, offerVideoMeta, nullptr,
                       nullptr);
 }
 
@@ -355,47 +338,26 @@ void DecoderPipeline::keep(const Frame &frame, bool isKey)
     Runs on the streaming thread. A decoder that asks the sender for a key frame has lost a frame,
     and what it makes of the others isn't fit to be seen.
 */
-GstPadProbeReturn DecoderPipeline::handleDecoderEvent(GstPad *pad, GstPadProbeInfo *info,
-                                                      gpointer self)
+void DecoderPipeline::handleDecoderEvent(GstEvent *event)
 {
-    if (!gst_video_event_is_force_key_unit(GST_PAD_PROBE_INFO_EVENT(info)))
-        return GST_PAD_PROBE_OK;
-    auto *pipeline = static_cast<DecoderPipeline *>(self);
+    if (!gst_video_event_is_force_key_unit(event))
+        return;
     {
-        const std::lock_guard<std::mutex> lock(pipeline->m_mutex);
-        pipeline->m_hasLostFrame = true;
+        const QMutexLocker locker(&m_mutex);
+        m_hasLostFrame = true;
     }
-    const GstElementPointer decoder(gst_pad_get_parent_element(pad));
+    const GstElementPointer decoder = m_pipeline.element("decoder");
     GST_ELEMENT_ERROR(decoder.get(), STREAM, DECODE, ("A frame is lost"), (nullptr));
-    return GST_PAD_PROBE_OK;
 }
 
 /*! Runs on the streaming thread. */
-GstFlowReturn DecoderPipeline::handleSample(GstAppSink *sink, gpointer self)
-{
-    const GstSamplePointer sample(gst_app_sink_pull_sample(sink));
-    if (sample)
-        static_cast<DecoderPipeline *>(self)->enqueue(sample.get());
-    return GST_FLOW_OK;
-}
-
-// Decoders copy every picture for a sink that doesn't say it can handle their strides.
-GstPadProbeReturn DecoderPipeline::handleQuery(GstPad *, GstPadProbeInfo *info, gpointer)
-{
-    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
-    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
-        return GST_PAD_PROBE_OK;
-    gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
-    return GST_PAD_PROBE_HANDLED;
-}
-
 void DecoderPipeline::enqueue(GstSample *sample)
 {
     GstVideoInfo info;
     GstBuffer *buffer = gst_sample_get_buffer(sample);
     if (!buffer || !gst_video_info_from_caps(&info, gst_sample_get_caps(sample)))
         return;
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const QMutexLocker locker(&m_mutex);
     if (m_hasLostFrame)
         return;
     const quint64 sequence = sequenceOf(buffer);
@@ -404,38 +366,12 @@ void DecoderPipeline::enqueue(GstSample *sample)
     const int heldBack = takenCount() - int(sequence) - 1;
     m_heldBack = qMax(m_heldBack.value_or(0), heldBack);
     m_answeredSequence = qMax(m_answeredSequence, sequence + 1);
-    m_pictures.push_back({VideoFrame::fromGst(buffer, info, qint64(timestamp)),
-                          VideoFormat::fromGst(info), std::chrono::steady_clock::now()});
-    if (m_pictures.size() == 1)
-        QMetaObject::invokeMethod(this, &DecoderPipeline::deliver, Qt::QueuedConnection);
-}
-
-bool DecoderPipeline::dequeue(Picture *picture)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const auto deadline = std::chrono::steady_clock::now() - maximumDelay;
-    while (!m_isEnding && m_pictures.size() > 1 && m_pictures.front().decodingTime < deadline)
-        m_pictures.pop_front();
-    if (m_pictures.empty())
-        return false;
-    *picture = m_pictures.front();
-    m_pictures.pop_front();
-    return true;
-}
-
-void DecoderPipeline::deliver()
-{
-    // Whoever gets a picture may delete the decoder.
-    const QPointer<DecoderPipeline> self(this);
-    Picture picture;
-    while (self && dequeue(&picture))
-        Q_EMIT pictureDecoded(picture.frame, picture.format);
+    m_pictures.append(
+            {VideoFrame::fromGst(buffer, info, qint64(timestamp)), VideoFormat::fromGst(info)});
 }
 
 void DecoderPipeline::finish()
 {
-    const QPointer<DecoderPipeline> self(this);
-    deliver();
-    if (self)
+    if (m_pictures.deliver())
         Q_EMIT endOfStreamReached();
 }

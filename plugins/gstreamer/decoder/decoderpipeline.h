@@ -11,12 +11,7 @@
 #include <QtMultimedia/qvideoframe.h>
 #include <QtMultimedia/qvideosurfaceformat.h>
 
-#include <gst/app/gstappsink.h>
-
 #include <array>
-#include <chrono>
-#include <deque>
-#include <mutex>
 #include <optional>
 
 struct StreamFormat;
@@ -68,40 +63,34 @@ private:
     {
         QVideoFrame frame;
         QVideoSurfaceFormat format;
-        std::chrono::steady_clock::time_point decodingTime;
     };
 
-    void configureSource(const char *streamCaps);
     void configureSink();
     int queuedFrameCount() const;
     int takenCount() const;
     void keep(const Frame &frame, bool isKey);
 
-    static GstPadProbeReturn handleDecoderEvent(GstPad *pad, GstPadProbeInfo *info, gpointer self);
-    static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
-    static GstPadProbeReturn handleQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    void handleDecoderEvent(GstEvent *event);
     void enqueue(GstSample *sample);
-    bool dequeue(Picture *picture);
-    void deliver();
     void finish();
 
-    Pipeline m_pipeline;
     CodecElement m_decoder;
     const StreamFormat *m_format = nullptr;
     GstElementPointer m_source;
     GstElementPointer m_sink;
     QList<QVideoFrame::PixelFormat> m_pixelFormats;
-    bool m_isEnding = false;
     quint64 m_nextSequence = 0;
     QVector<Frame> m_lastGroup;
     quint64 m_groupSequence = 0;
 
-    mutable std::mutex m_mutex;
-    std::deque<Picture> m_pictures;
+    PostedQueue<Picture> m_pictures;
+    mutable QMutex m_mutex;
     std::array<Arrival, 256> m_arrivals = {};
     bool m_hasLostFrame = false;
     quint64 m_answeredSequence = 0;
     std::optional<int> m_heldBack;
+    // Destroyed first: its threads use what comes before.
+    Pipeline m_pipeline;
 };
 
 #endif

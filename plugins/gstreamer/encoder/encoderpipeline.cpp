@@ -6,19 +6,15 @@
 
 #include "videoformat.h"
 
-#include <QtCore/qpointer.h>
-
-#include <algorithm>
-#include <chrono>
+#include <gst/app/gstappsrc.h>
 
 namespace {
 
 constexpr qint64 millisecondsBetweenKeyFrameRequests = 500;
 
-constexpr std::chrono::milliseconds longestTakeDown(250);
-
-// Those of earlier runs that may still go on when a run begins.
-constexpr std::size_t mostTakeDowns = 1;
+// Those of earlier runs that may still be on their way down when a run begins. Otherwise an
+// application that starts and stops a slow encoder all the time makes them pile up.
+constexpr std::size_t mostLetGo = 1;
 
 // Encoded frames that may wait while the thread of this object is busy: about a quarter of a second.
 constexpr int largestBacklog = 8;
@@ -105,11 +101,17 @@ GstCapsPointer inputCaps(const EncoderConfiguration &configuration)
 } // namespace
 
 /*!
+    \class EncoderPipeline
+
     Runs in the thread it lives in, where it also emits its signals; only encode() may be called
     from other threads. Frames are emitted in the order in which they left the encoder.
 */
+
 EncoderPipeline::EncoderPipeline(QObject *parent)
-    : QObject(parent), m_pipeline(this), m_input(&m_tally, this)
+    : QObject(parent),
+      m_input(&m_tally, this),
+      m_frames(this, [this](const EncodedFrame &encoded) { deliver(encoded); }),
+      m_pipeline(this)
 {
     connect(&m_pipeline, &Pipeline::errorReported, this, &EncoderPipeline::errorReported);
     connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &EncoderPipeline::finishDrain);
@@ -120,6 +122,7 @@ EncoderPipeline::EncoderPipeline(QObject *parent)
 EncoderPipeline::~EncoderPipeline()
 {
     stop();
+    m_pipeline.awaitThoseLetGo(0);
 }
 
 /*!
@@ -129,7 +132,7 @@ EncoderPipeline::~EncoderPipeline()
 bool EncoderPipeline::start(const EncoderConfiguration &configuration)
 {
     stop();
-    awaitTakeDowns();
+    m_pipeline.awaitThoseLetGo(mostLetGo);
     if (!build(configuration))
         return false;
     setUp(configuration);
@@ -145,12 +148,10 @@ bool EncoderPipeline::start(const EncoderConfiguration &configuration)
 */
 void EncoderPipeline::stop()
 {
-    ++m_run;
-    if (const GstElementPointer sink = m_pipeline.element("sink"))
-        gst_element_set_state(sink.get(), GST_STATE_NULL);
+    m_run.begin();
     m_input.close();
-    takeDown();
-    clearFrames();
+    m_pipeline.takeDown(GST_STATE_NULL, std::exchange(m_encoder, nullptr));
+    dropFrames();
     m_keyFrameWanted = false;
     m_keyFrameRequested = false;
     m_dropsUntilKeyFrame = false;
@@ -179,7 +180,7 @@ void EncoderPipeline::flush()
     if (!m_encoder)
         return;
     m_flushedUntil = m_input.clear();
-    clearFrames();
+    dropFrames();
     m_dropsUntilKeyFrame = true;
     sendKeyFrameRequest(m_flushedUntil);
 }
@@ -213,9 +214,8 @@ int EncoderPipeline::pending()
 }
 
 /*! How many encoded frames wait to be emitted; any thread may ask. */
-int EncoderPipeline::undelivered()
+int EncoderPipeline::undelivered() const
 {
-    const QMutexLocker locker(&m_mutex);
     return m_frames.size();
 }
 
@@ -227,31 +227,28 @@ const FrameTally &EncoderPipeline::tally() const
 
 bool EncoderPipeline::build(const EncoderConfiguration &configuration)
 {
-    GError *error = nullptr;
-    GstElement *parsed = gst_parse_launch_full(description(configuration).constData(), nullptr,
-                                               GST_PARSE_FLAG_FATAL_ERRORS, &error);
-    const QString text = error ? QString::fromUtf8(error->message) : QString();
-    g_clear_error(&error);
-    if (!parsed) {
-        Q_EMIT errorReported(Pipeline::ResourceError, text);
+    QString errorText;
+    GstElementPointer pipeline = Pipeline::parse(description(configuration), &errorText);
+    if (!pipeline) {
+        Q_EMIT errorReported(Pipeline::ResourceError, errorText);
         return false;
     }
-    m_pipeline.adopt(GstElementPointer(GST_ELEMENT(gst_object_ref_sink(parsed))));
+    m_pipeline.adopt(std::move(pipeline));
     return true;
 }
 
 void EncoderPipeline::setUp(const EncoderConfiguration &configuration)
 {
-    m_encoder = std::make_unique<EncoderElement>(m_pipeline.element("encoder"), configuration);
+    m_encoder = std::make_shared<EncoderElement>(m_pipeline.element("encoder"), configuration);
 
     GstElementPointer source = m_pipeline.element("source");
     gst_app_src_set_caps(GST_APP_SRC(source.get()), inputCaps(configuration).get());
     m_input.open(std::move(source), configuration);
-
-    GstAppSinkCallbacks callbacks = {};
-    callbacks.new_sample = handleSample;
-    const GstElementPointer sink = m_pipeline.element("sink");
-    gst_app_sink_set_callbacks(GST_APP_SINK(sink.get()), &callbacks, this, nullptr);
+    m_pipeline.onNeedData("source", [this] { m_input.feed(); });
+    m_pipeline.onSample("sink", [this](GstSample *sample) {
+        takeSample(sample);
+        return true;
+    });
 }
 
 bool EncoderPipeline::play()
@@ -259,92 +256,19 @@ bool EncoderPipeline::play()
     return m_pipeline.setState(GST_STATE_READY) && m_pipeline.setState(GST_STATE_PLAYING);
 }
 
-// Otherwise an application that starts and stops a slow encoder all the time makes them pile up.
-void EncoderPipeline::awaitTakeDowns()
-{
-    while (m_takeDowns.size() > mostTakeDowns) {
-        m_takeDowns.front().wait();
-        m_takeDowns.erase(m_takeDowns.begin());
-    }
-}
-
-// A slow encoder can't be interrupted in the middle of a large picture. What is left of it then goes
-// down in the background; this object stays until that is done, as the callbacks need it.
-void EncoderPipeline::takeDown()
-{
-    if (m_pipeline.isEmpty())
-        return;
-    const auto stop = [](GstElementPointer pipeline, std::unique_ptr<EncoderElement>) {
-        gst_element_set_state(pipeline.get(), GST_STATE_NULL);
-    };
-    m_takeDowns.push_back(
-            std::async(std::launch::async, stop, m_pipeline.release(), std::move(m_encoder)));
-    m_takeDowns.back().wait_for(longestTakeDown);
-    const auto isDone = [](const std::future<void> &takeDown) {
-        return takeDown.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-    };
-    m_takeDowns.erase(std::remove_if(m_takeDowns.begin(), m_takeDowns.end(), isDone),
-                      m_takeDowns.end());
-}
-
 /*! Runs on the streaming thread. */
-GstFlowReturn EncoderPipeline::handleSample(GstAppSink *sink, gpointer self)
+void EncoderPipeline::takeSample(GstSample *sample)
 {
-    auto *pipeline = static_cast<EncoderPipeline *>(self);
-    const GstSamplePointer sample(gst_app_sink_pull_sample(sink));
-    if (!sample)
-        return GST_FLOW_EOS;
+    GstBuffer *buffer = gst_sample_get_buffer(sample);
     // Encoders may shift times and say so in the segment.
-    const GstClockTime runningTime
-            = gst_segment_to_running_time(gst_sample_get_segment(sample.get()), GST_FORMAT_TIME,
-                                          GST_BUFFER_PTS(gst_sample_get_buffer(sample.get())));
-    pipeline->enqueue({encodedFrame(gst_sample_get_buffer(sample.get()),
-                                    pipeline->m_input.takeTimestamp(runningTime)),
-                       runningTime});
-    return GST_FLOW_OK;
+    const GstClockTime runningTime = gst_segment_to_running_time(
+            gst_sample_get_segment(sample), GST_FORMAT_TIME, GST_BUFFER_PTS(buffer));
+    m_frames.append({encodedFrame(buffer, m_input.takeTimestamp(runningTime)), runningTime});
 }
 
-void EncoderPipeline::enqueue(const EncodedFrame &encoded)
+void EncoderPipeline::dropFrames()
 {
-    const QMutexLocker locker(&m_mutex);
-    m_frames.append(encoded);
-    if (m_deliveryPosted)
-        return;
-    m_deliveryPosted = true;
-    QMetaObject::invokeMethod(this, &EncoderPipeline::deliverFrames, Qt::QueuedConnection);
-}
-
-bool EncoderPipeline::takeFrame(EncodedFrame *encoded)
-{
-    const QMutexLocker locker(&m_mutex);
-    if (m_frames.isEmpty())
-        return false;
-    *encoded = m_frames.takeFirst();
-    return true;
-}
-
-void EncoderPipeline::clearFrames()
-{
-    const QMutexLocker locker(&m_mutex);
-    m_tally.dropped += quint64(m_frames.size());
-    m_frames.clear();
-}
-
-// Frames are taken one by one, so that they stay in order even if a receiver runs an event loop.
-// Those that arrive meanwhile wait for the next event, so that other events get their turn.
-void EncoderPipeline::deliverFrames()
-{
-    int count = 0;
-    {
-        const QMutexLocker locker(&m_mutex);
-        m_deliveryPosted = false;
-        count = m_frames.size();
-    }
-    // A receiver may delete the encoder.
-    const QPointer<EncoderPipeline> self(this);
-    EncodedFrame encoded;
-    while (self && count-- > 0 && takeFrame(&encoded))
-        deliver(encoded);
+    m_tally.dropped += quint64(m_frames.clear());
 }
 
 void EncoderPipeline::deliver(const EncodedFrame &encoded)
@@ -393,10 +317,9 @@ void EncoderPipeline::sendKeyFrameRequest(GstClockTime after)
 // A source that has sent the end of the stream comes back to life only by way of READY.
 void EncoderPipeline::finishDrain()
 {
-    const int run = m_run;
-    const QPointer<EncoderPipeline> self(this);
-    deliverFrames();
-    if (!self || run != m_run || !m_encoder || !m_pipeline.setState(GST_STATE_READY))
+    const Run::Watch isOn = m_run.watch();
+    m_frames.deliver();
+    if (!isOn() || !m_pipeline.setState(GST_STATE_READY))
         return;
     m_input.reopen();
     if (m_pipeline.setState(GST_STATE_PLAYING))

@@ -14,10 +14,6 @@
 
 #include <QtCore/qelapsedtimer.h>
 
-#include <gst/app/gstappsink.h>
-
-#include <future>
-
 class EncoderPipeline : public QObject
 {
     Q_OBJECT
@@ -36,7 +32,7 @@ public:
     void requestKeyFrame();
     void setBitRate(int bitRate);
     int pending();
-    int undelivered();
+    int undelivered() const;
     const FrameTally &tally() const;
 
 Q_SIGNALS:
@@ -55,38 +51,28 @@ private:
     bool build(const EncoderConfiguration &configuration);
     void setUp(const EncoderConfiguration &configuration);
     bool play();
-    void awaitTakeDowns();
-    void takeDown();
 
-    static GstFlowReturn handleSample(GstAppSink *sink, gpointer self);
-    void enqueue(const EncodedFrame &encoded);
-    bool takeFrame(EncodedFrame *encoded);
-    void clearFrames();
-
-    void deliverFrames();
+    void takeSample(GstSample *sample);
+    void dropFrames();
     void deliver(const EncodedFrame &encoded);
     bool isFlushed(const EncodedFrame &encoded) const;
     void handleMissingKeyFrame();
     void sendKeyFrameRequest(GstClockTime after = GST_CLOCK_TIME_NONE);
     void finishDrain();
 
-    Pipeline m_pipeline;
     FrameTally m_tally;
     RawFrameQueue m_input;
-    std::unique_ptr<EncoderElement> m_encoder;
-
-    QMutex m_mutex;
-    QVector<EncodedFrame> m_frames;
-    bool m_deliveryPosted = false;
-
-    std::vector<std::future<void>> m_takeDowns;
-    int m_run = 0;
+    std::shared_ptr<EncoderElement> m_encoder;
+    PostedQueue<EncodedFrame> m_frames;
+    Run m_run;
     QElapsedTimer m_lastKeyFrameRequest;
     bool m_keyFrameWanted = false;
     bool m_keyFrameRequested = false;
     int m_framesSinceRequest = 0;
     bool m_dropsUntilKeyFrame = false;
     GstClockTime m_flushedUntil = GST_CLOCK_TIME_NONE;
+    // Destroyed first: its threads use what comes before.
+    Pipeline m_pipeline;
 };
 
 #endif

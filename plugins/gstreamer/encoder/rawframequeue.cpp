@@ -24,13 +24,15 @@ GstAppSrc *appSource(const GstElementPointer &source)
 } // namespace
 
 /*!
+    \class RawFrameQueue
+
     Holds at most three raw frames, one of them in the encoder and two waiting for it, and fewer
     when the encoder is slow, which then refuses frames instead of falling behind. Whoever goes by
     pendingFell() never has a frame refused. An encoder that takes several frames in before the
     first comes out is given them.
 
-    Any thread may call append() and pending(); takeTimestamp() belongs to the streaming thread, the
-    other functions to the thread that changes the pipeline's state.
+    Any thread may call append() and pending(); feed() and takeTimestamp() belong to the
+    streaming thread, the other functions to the thread that changes the pipeline's state.
 */
 
 /*!
@@ -56,9 +58,6 @@ RawFrameQueue::~RawFrameQueue()
 void RawFrameQueue::open(GstElementPointer source, const EncoderConfiguration &configuration)
 {
     const QMutexLocker locker(&m_mutex);
-    GstAppSrcCallbacks callbacks = {};
-    callbacks.need_data = needData;
-    gst_app_src_set_callbacks(GST_APP_SRC(source.get()), &callbacks, this, nullptr);
     m_source = std::move(source);
     m_info = configuration.inputInfo();
     m_period = configuration.largestFrameRate() > 0
@@ -164,6 +163,23 @@ void RawFrameQueue::finish()
         gst_app_src_end_of_stream(appSource(m_source));
 }
 
+/*! Called on the streaming thread when the source has nothing left to send. */
+void RawFrameQueue::feed()
+{
+    QMutexLocker locker(&m_mutex);
+    if (!m_source)
+        return;
+    const int before = held();
+    finishEncoding();
+    if (!m_buffers.empty())
+        pushNext();
+    else if (m_isFinishing)
+        gst_app_src_end_of_stream(appSource(m_source));
+    else
+        m_sourceIsHungry = true;
+    reportFall(before, &locker);
+}
+
 /*! How many frames are held. */
 int RawFrameQueue::pending()
 {
@@ -194,25 +210,6 @@ quint64 RawFrameQueue::takeTimestamp(GstClockTime runningTime)
     finishEncoding();
     reportFall(before, &locker);
     return timestamp;
-}
-
-/*! Called by the streaming thread when the source has nothing left to send. */
-void RawFrameQueue::needData(GstAppSrc *source, guint, gpointer self)
-{
-    auto *queue = static_cast<RawFrameQueue *>(self);
-    QMutexLocker locker(&queue->m_mutex);
-    // A source of a run that is over may still be on its way down.
-    if (!queue->m_source || appSource(queue->m_source) != source)
-        return;
-    const int before = queue->held();
-    queue->finishEncoding();
-    if (!queue->m_buffers.empty())
-        queue->pushNext();
-    else if (queue->m_isFinishing)
-        gst_app_src_end_of_stream(appSource(queue->m_source));
-    else
-        queue->m_sourceIsHungry = true;
-    queue->reportFall(before, &locker);
 }
 
 // Gives the lock back first: whoever listens may ask for the number of frames.

@@ -39,6 +39,7 @@ public:
     GstClockTime clear();
     void finish();
 
+    void feed();
     int pending();
     int unanswered();
     quint64 takeTimestamp(GstClockTime runningTime);
@@ -47,7 +48,6 @@ Q_SIGNALS:
     void pendingFell(int from, int to);
 
 private:
-    static void needData(GstAppSrc *source, guint length, gpointer self);
     GstBufferPointer stamped(GstBufferPointer buffer, qint64 time);
     void reportFall(int before, QMutexLocker *locker);
     int held() const;
