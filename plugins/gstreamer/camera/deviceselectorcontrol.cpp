@@ -4,8 +4,6 @@
 
 #include "deviceselectorcontrol.h"
 
-#include <QtCore/qpointer.h>
-
 /*!
     The list is the one at construction until a device comes or goes; devicesChanged() then says
     that it is a new one. The default device is selected at first, or when there is a first one.
@@ -61,11 +59,11 @@ void DeviceSelectorControl::setSelectedDevice(int index)
     m_selectedName = m_names.at(index);
     const QString name = deviceName(index);
     // Whoever is told may delete the camera.
-    const QPointer<DeviceSelectorControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     Q_EMIT selectionChanged();
-    if (self)
+    if (isAlive())
         Q_EMIT selectedDeviceChanged(index);
-    if (self)
+    if (isAlive())
         Q_EMIT selectedDeviceChanged(name);
 }
 

@@ -7,6 +7,7 @@
 
 #include "cameradevicemonitor.h"
 #include "cameradevices.h"
+#include "run.h"
 
 #include <QtMultimedia/qvideodeviceselectorcontrol.h>
 
@@ -39,6 +40,7 @@ private:
     CameraDevices m_devices;
     QList<QByteArray> m_names;
     QByteArray m_selectedName;
+    Run m_run;
 };
 
 #endif

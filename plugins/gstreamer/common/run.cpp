@@ -17,7 +17,8 @@
         ...
     \endcode
 
-    Any thread may ask a watch; the rest belongs to the thread of the owner.
+    Any thread may get a watch and ask it, but only in the thread of the owner the answer lasts until
+    the next call to others.
 */
 
 Run::Run() : m_token(std::make_shared<char>()), m_ownerToken(std::make_shared<char>()) { }
@@ -27,14 +28,14 @@ Run::~Run() = default;
 /*! What went on until now has ended; so say its watches from now on. */
 void Run::begin()
 {
-    m_token = std::make_shared<char>();
+    std::atomic_store(&m_token, std::shared_ptr<const char>(std::make_shared<char>()));
 }
 
 /*! True until the next begin() or the end of the owner. */
 Run::Watch Run::watch() const
 {
     Watch watch;
-    watch.m_token = m_token;
+    watch.m_token = std::atomic_load(&m_token);
     return watch;
 }
 

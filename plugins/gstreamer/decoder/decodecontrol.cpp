@@ -7,8 +7,6 @@
 #include "gstreamersetup.h"
 #include "surfacegroup.h"
 
-#include <QtCore/qpointer.h>
-
 namespace {
 
 // About a second of video: a burst after a pause in the network fits, a decoder that is too slow
@@ -126,9 +124,9 @@ bool DecodeControl::decode(const QFLEncodedVideoFrame &frame)
                              .arg(QString::fromUtf8(m_decoder.factoryName))))
         return false;
     // Whoever is told of an error may delete the decoder.
-    const QPointer<DecodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     const bool isTaken = examine(frame);
-    if (self && !isTaken)
+    if (isAlive() && !isTaken)
         m_gate.close();
     return isTaken;
 }
@@ -193,10 +191,10 @@ void DecodeControl::stop()
     if (!isLoading && !setStatus(QFLDecoder::StoppingStatus))
         return;
     const QFLDecoder::Status stopping = m_status;
-    const QPointer<DecodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     m_surfaces->stop();
     // The surface may delete the decoder, or start it again.
-    if (!self || m_status != stopping)
+    if (!isAlive() || m_status != stopping)
         return;
     if (!isLoading && !setStatus(QFLDecoder::LoadedStatus))
         return;
@@ -215,12 +213,12 @@ QFLDecoder::Status DecodeControl::status() const
 */
 bool DecodeControl::setStatus(QFLDecoder::Status status)
 {
-    const QPointer<DecodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     if (m_status != status) {
         m_status = status;
         Q_EMIT statusChanged(status);
     }
-    return self && m_status == status;
+    return isAlive() && m_status == status;
 }
 
 bool DecodeControl::load(const QVideoEncoderSettings &settings)
@@ -271,9 +269,9 @@ bool DecodeControl::rebuild()
 /*! Ends the run for the reason given. The error comes last: the application may start again. */
 void DecodeControl::abandon(QFLDecoder::Error code, const QString &text)
 {
-    const QPointer<DecodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     stop();
-    if (self)
+    if (isAlive())
         Q_EMIT error(code, text);
 }
 
@@ -295,9 +293,9 @@ void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
         abandon(errorCode(kind), text);
     } else if (m_isDraining && m_pipeline.unansweredGroup().isEmpty()) {
         // No key frame will come to begin again at, so this is as far as the stream gets.
-        const QPointer<DecodeControl> self(this);
+        const Run::Watch isAlive = m_run.watchOwner();
         Q_EMIT error(errorCode(kind), text);
-        if (self)
+        if (isAlive())
             finishDraining();
     } else {
         const bool isHardware = kind == Pipeline::HardwareError;
@@ -367,13 +365,13 @@ void DecodeControl::updatePixelFormats()
 
 void DecodeControl::present(const QVideoFrame &picture, const QVideoSurfaceFormat &format)
 {
-    const QPointer<DecodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     m_hasDecoded = true;
     m_failureCount = 0;
     if (format != m_outputFormat) {
         m_outputFormat = format;
         Q_EMIT outputFormatChanged(format);
     }
-    if (self && m_status == QFLDecoder::StartedStatus)
+    if (isAlive() && m_status == QFLDecoder::StartedStatus)
         m_surfaces->present(picture, format);
 }

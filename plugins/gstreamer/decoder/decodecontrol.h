@@ -60,6 +60,7 @@ private:
     QVideoEncoderSettings m_settings;
     QVideoSurfaceFormat m_outputFormat;
     QFLDecoder::Status m_status = QFLDecoder::UnloadedStatus;
+    Run m_run;
     int m_failureCount = 0;
     bool m_hasDecoded = false;
     bool m_isOverrun = false;

@@ -7,7 +7,6 @@
 #include "logging.h"
 #include "videoformat.h"
 
-#include <QtCore/qpointer.h>
 #include <QtCore/qscopedvaluerollback.h>
 #include <QtCore/qthread.h>
 
@@ -30,6 +29,8 @@ QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
 } // namespace
 
 /*!
+    \class EncodeControl
+
     The status is LoadedStatus while nothing is encoded and StartedStatus in a run, with
     StartingStatus and StoppingStatus on the way; UnavailableStatus when this machine has no encoder
     at all. An error of the pipeline ends the run.
@@ -38,6 +39,7 @@ QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
     be called from others too; runs then begin and end in the thread of the control, soon after. The
     service may be deleted by whoever receives a signal.
 */
+
 EncodeControl::EncodeControl(QObject *parent) : QFLEncodeControl(parent), m_pipeline(this)
 {
     if (!Codecs::encoders().isEmpty())
@@ -104,14 +106,15 @@ bool EncodeControl::start(const QVideoSurfaceFormat &format)
         return m_status != QFLEncoder::UnavailableStatus
                 && supportedPixelFormats().contains(format.pixelFormat());
     }
-    const QPointer<EncodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     stop();
     // Each report of a status may lead the application to start, stop or delete the encoder.
-    const bool isIdle = self
+    const bool isIdle = isAlive()
             && (m_status == QFLEncoder::LoadedStatus || m_status == QFLEncoder::UnavailableStatus);
     if (!isIdle)
         return false;
-    const int run = ++m_run;
+    m_run.begin();
+    const Run::Watch isOn = m_run.watch();
     m_isDraining = false;
     m_configuration.emplace(format, m_settings);
     if (m_configuration->error() != QFLEncoder::NoError) {
@@ -119,7 +122,7 @@ bool EncodeControl::start(const QVideoSurfaceFormat &format)
         return false;
     }
 
-    return setStatus(QFLEncoder::StartingStatus) && run == m_run && startRun(run);
+    return setStatus(QFLEncoder::StartingStatus) && isOn() && startRun();
 }
 
 /*!
@@ -160,14 +163,15 @@ void EncodeControl::stop()
 */
 bool EncodeControl::encode(const QVideoFrame &frame)
 {
-    const int run = m_run;
+    const Run::Watch isOn = m_run.watch();
     QString errorText;
     const bool isAccepted = m_pipeline.encode(frame, &errorText);
-    if (!errorText.isEmpty()) {
-        QMetaObject::invokeMethod(
-                this, [this, run, errorText] { reportRefusedFrame(run, errorText); },
-                Qt::AutoConnection);
-    }
+    const auto report = [this, isOn, errorText] {
+        if (isOn())
+            reportError(QFLEncoder::FormatError, errorText);
+    };
+    if (!errorText.isEmpty())
+        QMetaObject::invokeMethod(this, report, Qt::AutoConnection);
     return isAccepted;
 }
 
@@ -229,23 +233,24 @@ void EncodeControl::reportError(QFLEncoder::Error code, const QString &text)
 }
 
 /*! Once the configuration is known to be possible. False if the application ends the run at once. */
-bool EncodeControl::startRun(int run)
+bool EncodeControl::startRun()
 {
     // An error of a sink may be reported, and whoever is told may delete the service.
-    const QPointer<EncodeControl> self(this);
+    const Run::Watch isOn = m_run.watch();
     if (!startPipeline()) {
+        const Run::Watch isAlive = m_run.watchOwner();
         const Failure failure = m_failure;
         setStatus(QFLEncoder::LoadedStatus);
-        if (self)
+        if (isAlive())
             reportError(failure.code, failure.text);
         return false;
     }
     m_streamSettings = m_configuration->streamSettings();
     m_sinceLog.start();
-    if (!setStatus(QFLEncoder::StartedStatus) || run != m_run)
+    if (!setStatus(QFLEncoder::StartedStatus) || !isOn())
         return false;
     Q_EMIT streamStarted(m_streamSettings);
-    return self && run == m_run && m_status == QFLEncoder::StartedStatus;
+    return isOn();
 }
 
 bool EncodeControl::startPipeline()
@@ -273,22 +278,23 @@ bool EncodeControl::fallBack()
 */
 bool EncodeControl::setStatus(QFLEncoder::Status status)
 {
-    const QPointer<EncodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     if (m_status.exchange(status) != status)
         Q_EMIT statusChanged(status);
-    return self && m_status == status;
+    return isAlive() && m_status == status;
 }
 
 void EncodeControl::endRun()
 {
-    const QPointer<EncodeControl> self(this);
+    m_run.begin();
+    const Run::Watch isAlive = m_run.watchOwner();
     if (!setStatus(QFLEncoder::StoppingStatus))
         return;
     m_pipeline.stop();
     logLostFrames();
     m_streamSettings = QVideoEncoderSettings();
     Q_EMIT streamStopped();
-    if (self)
+    if (isAlive())
         setStatus(QFLEncoder::LoadedStatus);
 }
 
@@ -309,19 +315,18 @@ void EncodeControl::handlePipelineError(Pipeline::ErrorKind kind, const QString 
         return;
     }
     const Failure failure = m_failure;
-    const QPointer<EncodeControl> self(this);
+    const Run::Watch isAlive = m_run.watchOwner();
     endRun();
-    if (self)
+    if (isAlive())
         reportError(failure.code, failure.text);
 }
 
 void EncodeControl::handleDrained()
 {
     m_isDraining = false;
-    const int run = m_run;
-    const QPointer<EncodeControl> self(this);
+    const Run::Watch isOn = m_run.watch();
     Q_EMIT streamDrained();
-    if (self && run == m_run && m_status == QFLEncoder::StartedStatus)
+    if (isOn())
         Q_EMIT endOfStream();
 }
 
@@ -342,10 +347,4 @@ void EncodeControl::logLostFrames()
     m_sinceLog.start();
     qCInfo(lcFaceLinkGStreamer, "%llu frames encoded, %llu refused, %llu dropped, %llu skipped",
            encodedFrames(), refusedFrames(), droppedFrames(), skippedFrames());
-}
-
-void EncodeControl::reportRefusedFrame(int run, const QString &text)
-{
-    if (run == m_run)
-        reportError(QFLEncoder::FormatError, text);
 }

@@ -53,7 +53,7 @@ Q_SIGNALS:
     void streamStopped();
 
 private:
-    bool startRun(int run);
+    bool startRun();
     bool startPipeline();
     bool fallBack();
     bool setStatus(QFLEncoder::Status status);
@@ -62,7 +62,6 @@ private:
     void handleDrained();
     void handleFrame(const QFLEncodedVideoFrame &frame);
     void logLostFrames();
-    void reportRefusedFrame(int run, const QString &text);
 
     struct Failure
     {
@@ -80,7 +79,7 @@ private:
     QElapsedTimer m_sinceLog;
     quint64 m_loggedLosses = 0;
     std::atomic<QFLEncoder::Status> m_status = QFLEncoder::UnavailableStatus;
-    std::atomic<int> m_run = 0;
+    Run m_run;
 };
 
 #endif
