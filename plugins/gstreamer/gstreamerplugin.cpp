@@ -6,7 +6,7 @@
 
 #include "cameradevices.h"
 #include "cameraservice.h"
-#include "codecs.h"
+#include "codecelements.h"
 #include "decoderservice.h"
 #include "encoderservice.h"
 
@@ -21,9 +21,9 @@ const char decoderKey[] = "facelink.decoder";
 QVector<CodecElement> codecElements(const QByteArray &service)
 {
     if (service == encoderKey)
-        return Codecs::encoders();
+        return CodecElements::encoders();
     if (service == decoderKey)
-        return Codecs::decoders();
+        return CodecElements::decoders();
     return QVector<CodecElement>();
 }
 
@@ -38,8 +38,8 @@ CodecElement findById(const QVector<CodecElement> &elements, const QByteArray &c
 
 CodecElement findById(const QByteArray &codecId)
 {
-    const CodecElement encoder = findById(Codecs::encoders(), codecId);
-    return encoder.factoryName.isEmpty() ? findById(Codecs::decoders(), codecId) : encoder;
+    const CodecElement encoder = findById(CodecElements::encoders(), codecId);
+    return encoder.factoryName.isEmpty() ? findById(CodecElements::decoders(), codecId) : encoder;
 }
 
 } // namespace
@@ -77,7 +77,7 @@ QString GStreamerPlugin::deviceDescription(const QByteArray &service, const QByt
 {
     if (service == cameraKey)
         return CameraDevices().description(device);
-    return Codecs::description(findById(codecElements(service), device).factoryName);
+    return CodecElements::description(findById(codecElements(service), device).factoryName);
 }
 
 /*! Of the codecs the one that is used when the application doesn't choose. */
@@ -85,7 +85,7 @@ QByteArray GStreamerPlugin::defaultDevice(const QByteArray &service) const
 {
     if (service == cameraKey)
         return CameraDevices().defaultName();
-    return Codecs::find(codecElements(service), QString()).factoryName;
+    return CodecElements::find(codecElements(service), QString()).factoryName;
 }
 
 QString GStreamerPlugin::codec(const QByteArray &codecId)

@@ -4,17 +4,19 @@
 
 #include "bitstreamgate.h"
 
+#include "codec.h"
+
 /*!
     \class BitstreamGate
 
     While closed it lets nothing pass but a frame at which decoding can begin. What a frame is, its
-    own bytes say.
+    own bytes say, and the sender where nobody can read them.
 */
 
-/*! Closes the gate for a new stream of \a codec, which must be a known one. */
-void BitstreamGate::reset(const QString &codec)
+/*! Closes the gate for a new stream of \a codec. */
+void BitstreamGate::reset(const Codec &codec)
 {
-    m_inspector = FrameInspector::create(codec);
+    m_inspector = codec.createInspector ? codec.createInspector() : nullptr;
     m_isOpen = false;
 }
 
@@ -29,9 +31,11 @@ void BitstreamGate::close()
     been added), take it without decoding (nothing but parameter sets), refuse it until there is a
     key frame, or refuse it as being no frame of the codec.
 */
-BitstreamGate::Verdict BitstreamGate::examine(QByteArray *data)
+BitstreamGate::Verdict BitstreamGate::examine(QByteArray *data, bool isSaidToBeKey)
 {
-    const FrameInspector::Kind kind = m_inspector->inspect(data);
+    const FrameInspector::Kind said
+            = isSaidToBeKey ? FrameInspector::KeyFrame : FrameInspector::DeltaFrame;
+    const FrameInspector::Kind kind = m_inspector ? m_inspector->inspect(data) : said;
     if (kind == FrameInspector::Malformed)
         return Malformed;
     if (kind == FrameInspector::ParametersOnly)

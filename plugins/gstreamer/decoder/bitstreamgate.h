@@ -7,15 +7,19 @@
 
 #include "frameinspector.h"
 
+#include <memory>
+
+struct Codec;
+
 class BitstreamGate
 {
 public:
     enum Verdict { Admitted, AdmittedKeyFrame, Kept, AwaitingKeyFrame, Malformed };
 
-    void reset(const QString &codec);
+    void reset(const Codec &codec);
     void close();
 
-    Verdict examine(QByteArray *data);
+    Verdict examine(QByteArray *data, bool isSaidToBeKey);
 
 private:
     std::unique_ptr<FrameInspector> m_inspector;

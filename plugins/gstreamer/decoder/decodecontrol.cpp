@@ -4,6 +4,7 @@
 
 #include "decodecontrol.h"
 
+#include "codec.h"
 #include "gstreamersetup.h"
 #include "surfacegroup.h"
 
@@ -74,13 +75,13 @@ DecodeControl::~DecodeControl()
 
 QStringList DecodeControl::supportedCodecs(bool hardwareOnly) const
 {
-    return Codecs::names(Codecs::decoders(), hardwareOnly);
+    return CodecElements::names(CodecElements::decoders(), hardwareOnly);
 }
 
 /*! Depends on the codec alone: size and rate are those of the stream, whatever they are. */
 bool DecodeControl::isFormatSupported(const QVideoEncoderSettings &settings) const
 {
-    return !Codecs::find(Codecs::decoders(), settings.codec()).factoryName.isEmpty();
+    return !CodecElements::find(CodecElements::decoders(), settings.codec()).factoryName.isEmpty();
 }
 
 /*!
@@ -137,7 +138,8 @@ bool DecodeControl::examine(const QFLEncodedVideoFrame &frame)
     QByteArray data = frame.data();
     if (!frame.isValid() || data.isEmpty())
         return false;
-    const BitstreamGate::Verdict verdict = m_gate.examine(&data);
+    const BitstreamGate::Verdict verdict
+            = m_gate.examine(&data, frame.meta().type == QFLEncodedVideoFrame::Type_Key);
     switch (verdict) {
     case BitstreamGate::Malformed:
         reportMalformedFrame();
@@ -228,7 +230,7 @@ bool DecodeControl::load(const QVideoEncoderSettings &settings)
         Q_EMIT error(QFLDecoder::ResourceError, errorText);
         return false;
     }
-    m_decoder = Codecs::find(Codecs::decoders(), settings.codec());
+    m_decoder = CodecElements::find(CodecElements::decoders(), settings.codec());
     if (m_decoder.factoryName.isEmpty()) {
         reportUnknownCodec(settings.codec());
         return false;
@@ -238,7 +240,7 @@ bool DecodeControl::load(const QVideoEncoderSettings &settings)
     m_failureCount = 0;
     m_hasDecoded = false;
     m_malformedFrameReported = false;
-    m_gate.reset(m_decoder.codec);
+    m_gate.reset(*Codec::find(m_decoder.codec));
     m_pipeline.setDecoder(m_decoder);
     return setStatus(QFLDecoder::LoadingStatus) && build();
 }
@@ -343,7 +345,7 @@ void DecodeControl::reportUnknownCodec(const QString &codec)
 {
     if (codec.isEmpty())
         Q_EMIT error(QFLDecoder::ResourceError, tr("No decoder is installed"));
-    else if (DecoderPipeline::isKnownCodec(codec))
+    else if (Codec::find(codec))
         Q_EMIT error(QFLDecoder::ResourceError, tr("No decoder for %1 is installed").arg(codec));
     else
         Q_EMIT error(QFLDecoder::FormatError, tr("The codec \"%1\" is unknown").arg(codec));

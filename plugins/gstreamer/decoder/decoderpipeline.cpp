@@ -4,11 +4,9 @@
 
 #include "decoderpipeline.h"
 
-#include "streamformat.h"
+#include "codec.h"
 #include "videoformat.h"
 #include "videoframe.h"
-
-#include <QtCore/qendian.h>
 
 #include <gst/app/gstappsink.h>
 #include <gst/app/gstappsrc.h>
@@ -46,9 +44,9 @@ quint64 sequenceOf(GstBuffer *buffer)
     return meta ? meta->timestamp : GST_BUFFER_PTS(buffer) / frameInterval;
 }
 
-QByteArray description(const StreamFormat &format, const QByteArray &decoder)
+QByteArray description(const Codec &codec, const QByteArray &decoder)
 {
-    const QByteArray parser = format.parser ? QByteArray(format.parser) + " ! " : QByteArray();
+    const QByteArray parser = codec.parser ? QByteArray(codec.parser) + " ! " : QByteArray();
     // The source's queue is bounded by its user, in frames. The converter passes pictures on
     // untouched for as long as the surface takes them as they are.
     return "appsrc name=source format=time is-live=true max-bytes=0 emit-signals=false ! " + parser
@@ -89,19 +87,6 @@ GstCapsPointer capsOf(const QList<QVideoFrame::PixelFormat> &formats)
         names.append(gst_video_format_to_string(VideoFormat::toGst(format)));
     const QByteArray caps = "video/x-raw, format=(string){ " + names.join(", ") + " }";
     return GstCapsPointer(gst_caps_from_string(caps.constData()));
-}
-
-/*! Null unless \a frame is a key frame of VP8, which has no parser to say its size. */
-GstCapsPointer sizedCaps(const QByteArray &frame)
-{
-    const int sizePosition = 6;
-    const bool isKeyFrame = !(frame.at(0) & 1);
-    if (!isKeyFrame || frame.size() < sizePosition + 4)
-        return nullptr;
-    const int width = qFromLittleEndian<quint16>(frame.constData() + sizePosition) & 0x3fff;
-    const int height = qFromLittleEndian<quint16>(frame.constData() + sizePosition + 2) & 0x3fff;
-    return GstCapsPointer(gst_caps_new_simple("video/x-vp8", "width", G_TYPE_INT, width, "height",
-                                              G_TYPE_INT, height, nullptr));
 }
 
 // Decoders copy every picture for a sink that doesn't say it can handle their strides.
@@ -161,17 +146,12 @@ DecoderPipeline::~DecoderPipeline()
     reset();
 }
 
-bool DecoderPipeline::isKnownCodec(const QString &codec)
-{
-    return StreamFormat::of(codec);
-}
-
 /*! Has the pipelines to be built decode a new stream with \a decoder. */
 void DecoderPipeline::setDecoder(const CodecElement &decoder)
 {
     reset();
     m_decoder = decoder;
-    m_format = StreamFormat::of(decoder.codec);
+    m_codec = Codec::find(decoder.codec);
     m_heldBack.reset();
 }
 
@@ -179,11 +159,11 @@ void DecoderPipeline::setDecoder(const CodecElement &decoder)
 QString DecoderPipeline::build()
 {
     reset();
-    if (!m_format)
+    if (!m_codec)
         return tr("The codec %1 is not supported").arg(m_decoder.codec);
     QString errorText;
     GstElementPointer pipeline
-            = Pipeline::parse(description(*m_format, m_decoder.factoryName), &errorText);
+            = Pipeline::parse(description(*m_codec, m_decoder.factoryName), &errorText);
     if (!pipeline)
         return errorText;
     m_pipeline.adopt(std::move(pipeline));
@@ -191,7 +171,7 @@ QString DecoderPipeline::build()
     m_sink = m_pipeline.element("sink");
     configureDecoder(m_pipeline.element("decoder").get());
     m_pipeline.onUpstreamEvent("decoder", [this](GstEvent *event) { handleDecoderEvent(event); });
-    const GstCapsPointer caps(gst_caps_from_string(m_format->caps));
+    const GstCapsPointer caps(gst_caps_from_string(m_codec->streamCaps));
     gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
     configureSink();
     return QString();
@@ -245,9 +225,7 @@ bool DecoderPipeline::isUnused() const
 */
 bool DecoderPipeline::push(const Frame &frame, bool isKey)
 {
-    // Hardware decoders aren't content with a stream of unknown size.
-    if (const GstCapsPointer caps = m_format->parser ? nullptr : sizedCaps(frame.data))
-        gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
+    announceSize(frame.data);
     GstBuffer *buffer = wrap(frame.data);
     {
         const QMutexLocker locker(&m_mutex);
@@ -290,7 +268,7 @@ int DecoderPipeline::backlog() const
 bool DecoderPipeline::isSilent() const
 {
     const QMutexLocker locker(&m_mutex);
-    const int tolerance = m_heldBack.value_or(m_format->maximumReordering) + maximumSilence;
+    const int tolerance = m_heldBack.value_or(m_codec->maximumReordering) + maximumSilence;
     if (takenCount() - int(m_answeredSequence) <= tolerance)
         return false;
     const Arrival &oneTooMany
@@ -309,6 +287,18 @@ void DecoderPipeline::configureSink()
     const GstPadPointer pad(gst_element_get_static_pad(m_sink.get(), "sink"));
     gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, offerVideoMeta, nullptr,
                       nullptr);
+}
+
+/*! Hardware decoders aren't content with a stream of unknown size. */
+void DecoderPipeline::announceSize(const QByteArray &data)
+{
+    const QSize size = m_codec->keyFrameSize ? m_codec->keyFrameSize(data) : QSize();
+    if (size.isEmpty())
+        return;
+    const GstCapsPointer caps(gst_caps_from_string(m_codec->streamCaps));
+    gst_caps_set_simple(caps.get(), "width", G_TYPE_INT, size.width(), "height", G_TYPE_INT,
+                        size.height(), nullptr);
+    gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
 }
 
 int DecoderPipeline::queuedFrameCount() const

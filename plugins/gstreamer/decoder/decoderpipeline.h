@@ -5,7 +5,7 @@
 #ifndef DECODERPIPELINE_H
 #define DECODERPIPELINE_H
 
-#include "codecs.h"
+#include "codecelements.h"
 #include "pipeline.h"
 
 #include <QtMultimedia/qvideoframe.h>
@@ -14,7 +14,7 @@
 #include <array>
 #include <optional>
 
-struct StreamFormat;
+struct Codec;
 
 class DecoderPipeline : public QObject
 {
@@ -29,8 +29,6 @@ public:
 
     explicit DecoderPipeline(QObject *parent = nullptr);
     ~DecoderPipeline() override;
-
-    static bool isKnownCodec(const QString &codec);
 
     void setDecoder(const CodecElement &decoder);
     QString build();
@@ -65,6 +63,7 @@ private:
         QVideoSurfaceFormat format;
     };
 
+    void announceSize(const QByteArray &data);
     void configureSink();
     int queuedFrameCount() const;
     int takenCount() const;
@@ -75,7 +74,7 @@ private:
     void finish();
 
     CodecElement m_decoder;
-    const StreamFormat *m_format = nullptr;
+    const Codec *m_codec = nullptr;
     GstElementPointer m_source;
     GstElementPointer m_sink;
     QList<QVideoFrame::PixelFormat> m_pixelFormats;

@@ -4,11 +4,6 @@
 
 #include "frameinspector.h"
 
-#include "av1inspector.h"
-#include "nalunitinspector.h"
-#include "vp8inspector.h"
-#include "vp9inspector.h"
-
 /*!
     \class FrameInspector
 
@@ -24,19 +19,3 @@
 */
 
 FrameInspector::~FrameInspector() = default;
-
-/*! For a new stream; null for a codec that isn't known. */
-std::unique_ptr<FrameInspector> FrameInspector::create(const QString &codec)
-{
-    if (codec == QLatin1String("H264"))
-        return std::make_unique<NalUnitInspector>(NalUnitInspector::H264);
-    if (codec == QLatin1String("H265"))
-        return std::make_unique<NalUnitInspector>(NalUnitInspector::H265);
-    if (codec == QLatin1String("VP8"))
-        return std::make_unique<Vp8Inspector>();
-    if (codec == QLatin1String("VP9"))
-        return std::make_unique<Vp9Inspector>();
-    if (codec == QLatin1String("AV1"))
-        return std::make_unique<Av1Inspector>();
-    return nullptr;
-}

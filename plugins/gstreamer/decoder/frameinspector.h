@@ -6,9 +6,6 @@
 #define FRAMEINSPECTOR_H
 
 #include <QtCore/qbytearray.h>
-#include <QtCore/qstring.h>
-
-#include <memory>
 
 class FrameInspector
 {
@@ -17,8 +14,6 @@ public:
 
     FrameInspector() = default;
     virtual ~FrameInspector();
-
-    static std::unique_ptr<FrameInspector> create(const QString &codec);
 
     virtual Kind inspect(QByteArray *data) = 0;
 

@@ -7,9 +7,13 @@
 
 #include "frameinspector.h"
 
+#include <QtCore/qsize.h>
+
 class Vp8Inspector : public FrameInspector
 {
 public:
+    static QSize keyFrameSize(const QByteArray &frame);
+
     Kind inspect(QByteArray *data) override;
 };
 

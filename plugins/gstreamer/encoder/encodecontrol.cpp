@@ -42,7 +42,7 @@ QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
 
 EncodeControl::EncodeControl(QObject *parent) : QFLEncodeControl(parent), m_pipeline(this)
 {
-    if (!Codecs::encoders().isEmpty())
+    if (!CodecElements::encoders().isEmpty())
         m_status = QFLEncoder::LoadedStatus;
     connect(&m_pipeline, &EncoderPipeline::encodedVideoFrame, this, &EncodeControl::handleFrame);
     connect(&m_pipeline, &EncoderPipeline::errorReported, this,
@@ -53,7 +53,7 @@ EncodeControl::EncodeControl(QObject *parent) : QFLEncodeControl(parent), m_pipe
 
 QStringList EncodeControl::supportedCodecs(bool hardwareOnly) const
 {
-    return Codecs::names(Codecs::encoders(), hardwareOnly);
+    return CodecElements::names(CodecElements::encoders(), hardwareOnly);
 }
 
 QList<QVideoFrame::PixelFormat> EncodeControl::supportedPixelFormats() const

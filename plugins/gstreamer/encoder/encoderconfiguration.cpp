@@ -212,7 +212,7 @@ bool EncoderConfiguration::checkCodec(const QString &codec)
     QString setupError;
     if (!GStreamerSetup::initialize(&setupError))
         return fail(QFLEncoder::ResourceError, setupError);
-    m_elements = Codecs::findAll(Codecs::encoders(), codec);
+    m_elements = CodecElements::findAll(CodecElements::encoders(), codec);
     if (!m_elements.isEmpty())
         return true;
     return fail(QFLEncoder::ResourceError,

@@ -5,7 +5,7 @@
 #ifndef ENCODERCONFIGURATION_H
 #define ENCODERCONFIGURATION_H
 
-#include "codecs.h"
+#include "codecelements.h"
 #include "qflencoder.h"
 
 #include <QtCore/qcoreapplication.h>

@@ -4,6 +4,7 @@
 
 #include "encoderpipeline.h"
 
+#include "codec.h"
 #include "videoformat.h"
 
 #include <gst/app/gstappsrc.h>
@@ -56,26 +57,18 @@ QByteArray conversion(const EncoderConfiguration &configuration)
     return "videoconvertscale ! " + caps + " ! ";
 }
 
-QByteArray streamFormat(const QString &codec)
+// An encoder whose output has several forms is made to choose the one that travels.
+QByteArray tail(const Codec &codec)
 {
-    if (codec == QLatin1String("H264")) {
-        return "h264parse config-interval=-1 ! "
-               "video/x-h264,stream-format=byte-stream,alignment=au ! ";
-    }
-    if (codec == QLatin1String("H265")) {
-        return "h265parse config-interval=-1 ! "
-               "video/x-h265,stream-format=byte-stream,alignment=au ! ";
-    }
-    if (codec == QLatin1String("AV1"))
-        return "video/x-av1,stream-format=obu-stream,alignment=tu ! ";
-    return QByteArray();
+    return codec.encoderTail ? QByteArray(codec.encoderTail) + codec.streamCaps + " ! "
+                             : QByteArray();
 }
 
 QByteArray description(const EncoderConfiguration &configuration)
 {
     return "appsrc name=source is-live=true format=time max-buffers=0 max-bytes=0 ! "
             + conversion(configuration) + configuration.element().factoryName + " name=encoder ! "
-            + streamFormat(configuration.element().codec)
+            + tail(*Codec::find(configuration.element().codec))
             + "appsink name=sink sync=false async=false enable-last-sample=false";
 }
 

@@ -4,7 +4,7 @@
 
 #include "encodersettingscontrol.h"
 
-#include "codecs.h"
+#include "codecelements.h"
 #include "encodecontrol.h"
 
 /*! Works on \a encodeControl, which must outlive this control. */
@@ -22,7 +22,7 @@ QList<QSize> EncoderSettingsControl::supportedResolutions(const QVideoEncoderSet
 {
     if (continuous)
         *continuous = true;
-    const CodecElement element = Codecs::find(Codecs::encoders(), settings.codec());
+    const CodecElement element = CodecElements::find(CodecElements::encoders(), settings.codec());
     if (element.factoryName.isEmpty())
         return QList<QSize>();
     return {EncoderConfiguration::smallestSize(element),
@@ -46,7 +46,8 @@ QStringList EncoderSettingsControl::supportedVideoCodecs() const
 /*! Names the element that would encode \a codec; empty for an unknown one. */
 QString EncoderSettingsControl::videoCodecDescription(const QString &codec) const
 {
-    return Codecs::description(Codecs::find(Codecs::encoders(), codec).factoryName);
+    return CodecElements::description(
+            CodecElements::find(CodecElements::encoders(), codec).factoryName);
 }
 
 QVideoEncoderSettings EncoderSettingsControl::videoSettings() const

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // Decodes real streams with the decoder service.
 
-#include "codecs.h"
+#include "bitstreamgate.h"
+#include "codec.h"
+#include "codecelements.h"
 #include "decoderservice.h"
 #include "qfldecodecontrol.h"
 #include "testmedia.h"
@@ -74,7 +76,7 @@ private Q_SLOTS:
         QTest::addColumn<QVideoFrame::PixelFormat>("pixelFormat");
         QTest::newRow("") << QStringLiteral("H264") << QVideoFrame::Format_YUV420P;
         QTest::newRow("H264") << QStringLiteral("H264") << QVideoFrame::Format_RGB32;
-        for (const CodecElement &decoder : Codecs::decoders())
+        for (const CodecElement &decoder : CodecElements::decoders())
             QTest::newRow(decoder.factoryName) << decoder.codec << QVideoFrame::Format_YUV420P;
     }
 
@@ -157,7 +159,7 @@ private Q_SLOTS:
 
     void sizeChange()
     {
-        for (const CodecElement &decoder : Codecs::decoders()) {
+        for (const CodecElement &decoder : CodecElements::decoders()) {
             const QByteArray encoder = streamEncoders[decoder.codec];
             Decoding decoding;
             QVERIFY(decoding.start(decoder.factoryName));
@@ -228,6 +230,19 @@ private Q_SLOTS:
         QVERIFY(isStarted || decoding.start("H264"));
         QVERIFY(decoding.decode(codec == "VP8" ? m_vp8.first() : m_h264.first()));
         QTRY_COMPARE(decoding.count(), 1);
+    }
+
+    // Of a codec whose bytes nobody can read, the sender's word counts.
+    void trustsLabelWithoutInspector()
+    {
+        BitstreamGate gate;
+        for (int stream = 0; stream < 2; ++stream) {
+            gate.reset(Codec());
+            QByteArray data("frame");
+            QCOMPARE(gate.examine(&data, false), BitstreamGate::AwaitingKeyFrame);
+            QCOMPARE(gate.examine(&data, true), BitstreamGate::AdmittedKeyFrame);
+            QCOMPARE(gate.examine(&data, false), BitstreamGate::Admitted);
+        }
     }
 
     void surfaceIsSwapped()

@@ -152,7 +152,7 @@ private Q_SLOTS:
         QTest::newRow("") << QStringLiteral("H264") << QSize();
         QTest::newRow("H264") << QStringLiteral("H264") << QSize(160, 160);
         QTest::newRow("VP8") << QStringLiteral("VP8") << QSize(640, 480);
-        for (const CodecElement &element : Codecs::encoders())
+        for (const CodecElement &element : CodecElements::encoders())
             QTest::newRow(element.factoryName) << element.codec << QSize();
     }
 

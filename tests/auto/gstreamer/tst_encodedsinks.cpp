@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // Tests what sinks get from the encoder service, and encoders that fail or can't keep up.
 
-#include "codecs.h"
+#include "codecelements.h"
 #include "encoderservice.h"
 #include "qflencodecontrol.h"
 #include "qflencodedvideosink.h"
@@ -157,8 +157,8 @@ private Q_SLOTS:
     // Hardware that can't be opened isn't listed, and software takes over from any other that fails.
     void failingHardware()
     {
-        QCOMPARE(Codecs::encoders().first().factoryName, QByteArray("x264encBusy"));
-        for (const CodecElement &element : Codecs::encoders())
+        QCOMPARE(CodecElements::encoders().first().factoryName, QByteArray("x264encBusy"));
+        for (const CodecElement &element : CodecElements::encoders())
             QVERIFY(element.factoryName != "x264encClosed");
         QSignalSpy errors(m_control, &QFLEncodeControl::error);
         for (const char *reason : {"no session left", "broke down"}) {
@@ -240,7 +240,7 @@ private Q_SLOTS:
     void randomSinks_data()
     {
         QTest::addColumn<QString>("codec");
-        for (const CodecElement &element : Codecs::encoders())
+        for (const CodecElement &element : CodecElements::encoders())
             QTest::newRow(element.factoryName) << element.codec;
     }
 

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The encoder and decoder elements that the backend offers.
 
-#include "codecs.h"
+#include "codecelements.h"
 
+#include "codec.h"
 #include "encodertraits.h"
 #include "gstpointers.h"
 #include "gstreamersetup.h"
@@ -11,21 +12,6 @@
 #include <algorithm>
 
 namespace {
-
-struct CodecName
-{
-    const char *name;
-    const char *caps;
-};
-
-// The first is what an application gets that doesn't choose.
-const CodecName codecNames[] = {
-        {"H264", "video/x-h264"},
-        {"VP8", "video/x-vp8, codec-alpha=(boolean)false"},
-        {"VP9", "video/x-vp9, codec-alpha=(boolean)false"},
-        {"H265", "video/x-h265"},
-        {"AV1", "video/x-av1"},
-};
 
 struct Candidate
 {
@@ -66,12 +52,12 @@ bool reachesReady(GstElementFactory *factory)
     return isReady;
 }
 
-QVector<Candidate> candidates(const CodecName &codec, bool isEncoder)
+QVector<Candidate> candidates(const Codec &codec, bool isEncoder)
 {
     const GstElementFactoryListType type = isEncoder
             ? GST_ELEMENT_FACTORY_TYPE_VIDEO_ENCODER
             : GST_ELEMENT_FACTORY_TYPE_DECODER | GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO;
-    const GstCapsPointer caps(gst_caps_from_string(codec.caps));
+    const GstCapsPointer caps(gst_caps_from_string(codec.elementCaps));
     GList *all = gst_element_factory_list_get_elements(type, GST_RANK_NONE);
     GList *fitting = gst_element_factory_list_filter(all, caps.get(),
                                                      isEncoder ? GST_PAD_SRC : GST_PAD_SINK, FALSE);
@@ -96,7 +82,7 @@ QVector<CodecElement> findElements(bool isEncoder)
     QVector<CodecElement> result;
     if (!GStreamerSetup::initialize())
         return result;
-    for (const CodecName &codec : codecNames) {
+    for (const Codec &codec : Codec::all()) {
         QVector<Candidate> found = candidates(codec, isEncoder);
         std::stable_sort(found.begin(), found.end(),
                          [](const Candidate &a, const Candidate &b) { return a.rank > b.rank; });
@@ -116,21 +102,21 @@ QVector<CodecElement> findElements(bool isEncoder)
     the others. They are looked for once in a process, which takes a moment: every one of them is
     opened.
 */
-QVector<CodecElement> Codecs::encoders()
+QVector<CodecElement> CodecElements::encoders()
 {
     static const QVector<CodecElement> elements = findElements(true);
     return elements;
 }
 
 /*! The usable decoder elements, ordered and cached as encoders() are. */
-QVector<CodecElement> Codecs::decoders()
+QVector<CodecElement> CodecElements::decoders()
 {
     static const QVector<CodecElement> elements = findElements(false);
     return elements;
 }
 
 /*! The codec names of \a elements, each once, in the order of the elements. */
-QStringList Codecs::names(const QVector<CodecElement> &elements, bool hardwareOnly)
+QStringList CodecElements::names(const QVector<CodecElement> &elements, bool hardwareOnly)
 {
     QStringList result;
     for (const CodecElement &element : elements) {
@@ -142,7 +128,7 @@ QStringList Codecs::names(const QVector<CodecElement> &elements, bool hardwareOn
 }
 
 /*! GStreamer's title of the element; empty when there is no such element. */
-QString Codecs::description(const QByteArray &factoryName)
+QString CodecElements::description(const QByteArray &factoryName)
 {
     if (factoryName.isEmpty() || !GStreamerSetup::initialize())
         return QString();
@@ -157,7 +143,8 @@ QString Codecs::description(const QByteArray &factoryName)
     The first of \a elements with the codec name or the factory name \a codecOrFactory; for an empty
     name that of the preferred codec. The factory name of the result is empty when there is none.
 */
-CodecElement Codecs::find(const QVector<CodecElement> &elements, const QString &codecOrFactory)
+CodecElement CodecElements::find(const QVector<CodecElement> &elements,
+                                 const QString &codecOrFactory)
 {
     return findAll(elements, codecOrFactory).value(0);
 }
@@ -166,12 +153,12 @@ CodecElement Codecs::find(const QVector<CodecElement> &elements, const QString &
     All of \a elements that find() could choose, in their order: those of a codec, or the only one
     with a factory name.
 */
-QVector<CodecElement> Codecs::findAll(const QVector<CodecElement> &elements,
-                                      const QString &codecOrFactory)
+QVector<CodecElement> CodecElements::findAll(const QVector<CodecElement> &elements,
+                                             const QString &codecOrFactory)
 {
     QVector<CodecElement> result;
     if (codecOrFactory.isEmpty()) {
-        for (const CodecName &codec : codecNames) {
+        for (const Codec &codec : Codec::all()) {
             result = findAll(elements, QString::fromLatin1(codec.name));
             if (!result.isEmpty())
                 break;

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The encoder and decoder elements that the backend offers.
 
-#ifndef CODECS_H
-#define CODECS_H
+#ifndef CODECELEMENTS_H
+#define CODECELEMENTS_H
 
 #include <QtCore/qbytearray.h>
 #include <QtCore/qstringlist.h>
@@ -17,7 +17,7 @@ struct CodecElement
     bool isHardwareAccelerated = false;
 };
 
-namespace Codecs {
+namespace CodecElements {
 
 QVector<CodecElement> encoders();
 QVector<CodecElement> decoders();
@@ -27,6 +27,6 @@ QString description(const QByteArray &factoryName);
 CodecElement find(const QVector<CodecElement> &elements, const QString &codecOrFactory);
 QVector<CodecElement> findAll(const QVector<CodecElement> &elements, const QString &codecOrFactory);
 
-} // namespace Codecs
+} // namespace CodecElements
 
 #endif
