@@ -376,13 +376,6 @@ Kamera ausgefallen, 3 kein Codec oder Codec ausgefallen, 4 Port belegt,
     </message>
 </context>
 <context>
-    <name>DecoderPipeline</name>
-    <message>
-        <source>The codec %1 is not supported</source>
-        <translation>Der Codec %1 wird nicht unterstützt</translation>
-    </message>
-</context>
-<context>
     <name>EncodeControl</name>
     <message>
         <source>%1: %2</source>
@@ -607,6 +600,13 @@ Kamera ausgefallen, 3 kein Codec oder Codec ausgefallen, 4 Port belegt,
     <message>
         <source>the camera has been unplugged (%1)</source>
         <translation>Die Kamera wurde abgezogen (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>VideoDecoder</name>
+    <message>
+        <source>The codec %1 is not supported</source>
+        <translation>Der Codec %1 wird nicht unterstützt</translation>
     </message>
 </context>
 <context>

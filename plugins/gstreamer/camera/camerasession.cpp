@@ -76,7 +76,7 @@ bool CameraSession::open(const QByteArray &deviceName)
     m_source = std::move(source);
     const bool isReady = preparePipeline();
     if (isOn())
-        m_device.open(m_source->createControls());
+        m_device.open(m_source->createDriverSettings());
     return isReady && isOn();
 }
 

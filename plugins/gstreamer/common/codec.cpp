@@ -45,6 +45,12 @@ template<NalUnitInspector::Syntax syntax> std::unique_ptr<FrameInspector> create
     \endlist
 */
 
+/*! For a new stream; null where there is none. */
+std::unique_ptr<FrameInspector> Codec::inspector() const
+{
+    return createInspector ? createInspector() : nullptr;
+}
+
 /*! All codecs. The first is what an application gets that doesn't choose. */
 const QVector<Codec> &Codec::all()
 {

@@ -25,6 +25,8 @@ struct Codec
     std::unique_ptr<FrameInspector> (*createInspector)() = nullptr;
     QSize (*keyFrameSize)(const QByteArray &frame) = nullptr;
 
+    std::unique_ptr<FrameInspector> inspector() const;
+
     static const QVector<Codec> &all();
     static const Codec *find(const QString &name);
 };

@@ -61,15 +61,14 @@ DecodeControl::DecodeControl(SurfaceGroup *surfaces, QObject *parent)
                 Q_EMIT error(hasStopped ? QFLDecoder::ResourceError : QFLDecoder::FormatError,
                              text);
             });
-    connect(&m_pipeline, &DecoderPipeline::pictureDecoded, this, &DecodeControl::present);
-    connect(&m_pipeline, &DecoderPipeline::errorReported, this, &DecodeControl::handleError);
-    connect(&m_pipeline, &DecoderPipeline::endOfStreamReached, this,
-            &DecodeControl::finishDraining);
+    connect(&m_decoder, &VideoDecoder::pictureDecoded, this, &DecodeControl::present);
+    connect(&m_decoder, &VideoDecoder::errorReported, this, &DecodeControl::handleError);
+    connect(&m_decoder, &VideoDecoder::endOfStreamReached, this, &DecodeControl::finishDraining);
 }
 
 DecodeControl::~DecodeControl()
 {
-    m_pipeline.reset();
+    m_decoder.reset();
     m_surfaces->stop();
 }
 
@@ -97,7 +96,7 @@ bool DecodeControl::start(const QVideoEncoderSettings &settings)
         return false;
     if (!setStatus(QFLDecoder::LoadedStatus) || !setStatus(QFLDecoder::StartingStatus))
         return false;
-    return m_pipeline.play() && setStatus(QFLDecoder::StartedStatus);
+    return m_decoder.play() && setStatus(QFLDecoder::StartedStatus);
 }
 
 QVideoEncoderSettings DecodeControl::videoSettings() const
@@ -119,10 +118,10 @@ bool DecodeControl::decode(const QFLEncodedVideoFrame &frame)
 {
     if (m_status != QFLDecoder::StartedStatus || m_isDraining)
         return false;
-    if (m_pipeline.isSilent()
+    if (m_decoder.isSilent()
         && !overcome(QFLDecoder::ResourceError,
                      tr("%1: no pictures come from the decoder")
-                             .arg(QString::fromUtf8(m_decoder.factoryName))))
+                             .arg(QString::fromUtf8(m_element.factoryName))))
         return false;
     // Whoever is told of an error may delete the decoder.
     const Run::Watch isAlive = m_run.watchOwner();
@@ -153,8 +152,8 @@ bool DecodeControl::examine(const QFLEncodedVideoFrame &frame)
         break;
     }
     return makeRoom()
-            && m_pipeline.push({data, frame.meta().timestamp},
-                               verdict == BitstreamGate::AdmittedKeyFrame);
+            && m_decoder.push({data, frame.meta().timestamp},
+                              verdict == BitstreamGate::AdmittedKeyFrame);
 }
 
 /*!
@@ -166,7 +165,7 @@ void DecodeControl::drain()
     if (m_status != QFLDecoder::StartedStatus || m_isDraining)
         return;
     m_isDraining = true;
-    m_pipeline.endStream();
+    m_decoder.endStream();
 }
 
 /*!
@@ -187,7 +186,7 @@ void DecodeControl::stop()
     if (m_status == QFLDecoder::UnloadedStatus)
         return;
     const bool isLoading = m_status == QFLDecoder::LoadingStatus;
-    m_pipeline.reset();
+    m_decoder.reset();
     m_settings = QVideoEncoderSettings();
     m_isDraining = false;
     if (!isLoading && !setStatus(QFLDecoder::StoppingStatus))
@@ -230,8 +229,8 @@ bool DecodeControl::load(const QVideoEncoderSettings &settings)
         Q_EMIT error(QFLDecoder::ResourceError, errorText);
         return false;
     }
-    m_decoder = CodecElements::find(CodecElements::decoders(), settings.codec());
-    if (m_decoder.factoryName.isEmpty()) {
+    m_element = CodecElements::find(CodecElements::decoders(), settings.codec());
+    if (m_element.factoryName.isEmpty()) {
         reportUnknownCodec(settings.codec());
         return false;
     }
@@ -240,15 +239,15 @@ bool DecodeControl::load(const QVideoEncoderSettings &settings)
     m_failureCount = 0;
     m_hasDecoded = false;
     m_malformedFrameReported = false;
-    m_gate.reset(*Codec::find(m_decoder.codec));
-    m_pipeline.setDecoder(m_decoder);
+    m_gate.reset(Codec::find(m_element.codec)->inspector());
+    m_decoder.setDecoder(m_element);
     return setStatus(QFLDecoder::LoadingStatus) && build();
 }
 
 bool DecodeControl::build()
 {
     m_isOverrun = false;
-    const QString errorText = m_pipeline.build();
+    const QString errorText = m_decoder.build();
     if (errorText.isEmpty())
         return true;
     abandon(QFLDecoder::ResourceError, errorText);
@@ -265,7 +264,7 @@ bool DecodeControl::restart()
 
 bool DecodeControl::rebuild()
 {
-    return build() && m_pipeline.play();
+    return build() && m_decoder.play();
 }
 
 /*! Ends the run for the reason given. The error comes last: the application may start again. */
@@ -285,15 +284,15 @@ bool DecodeControl::makeRoom()
 {
     if (m_isOverrun)
         return rebuild();
-    m_isOverrun = m_pipeline.backlog() >= maximumBacklog;
+    m_isOverrun = m_decoder.backlog() >= maximumBacklog;
     return !m_isOverrun;
 }
 
 void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
 {
-    if (m_pipeline.isUnused()) {
+    if (m_decoder.isUnused()) {
         abandon(errorCode(kind), text);
-    } else if (m_isDraining && m_pipeline.unansweredGroup().isEmpty()) {
+    } else if (m_isDraining && m_decoder.unansweredGroup().isEmpty()) {
         // No key frame will come to begin again at, so this is as far as the stream gets.
         const Run::Watch isAlive = m_run.watchOwner();
         Q_EMIT error(errorCode(kind), text);
@@ -312,7 +311,7 @@ void DecodeControl::handleError(Pipeline::ErrorKind kind, const QString &text)
 */
 bool DecodeControl::overcome(QFLDecoder::Error code, const QString &text)
 {
-    const QVector<DecoderPipeline::Frame> group = m_pipeline.unansweredGroup();
+    const QVector<VideoDecoder::Frame> group = m_decoder.unansweredGroup();
     if (!group.isEmpty())
         return resume(group);
     if (++m_failureCount < (m_hasDecoded ? maximumFailures : maximumFailuresAtFirst))
@@ -322,13 +321,13 @@ bool DecodeControl::overcome(QFLDecoder::Error code, const QString &text)
 }
 
 /*! Decodes frames again that were queued behind a damaged one. The first is a key frame. */
-bool DecodeControl::resume(const QVector<DecoderPipeline::Frame> &group)
+bool DecodeControl::resume(const QVector<VideoDecoder::Frame> &group)
 {
     bool isTaken = rebuild();
-    for (const DecoderPipeline::Frame &frame : group)
-        isTaken = isTaken && m_pipeline.push(frame, false);
+    for (const VideoDecoder::Frame &frame : group)
+        isTaken = isTaken && m_decoder.push(frame, false);
     if (isTaken && m_isDraining)
-        m_pipeline.endStream();
+        m_decoder.endStream();
     return isTaken;
 }
 
@@ -357,12 +356,12 @@ void DecodeControl::reportMalformedFrame()
     if (m_malformedFrameReported)
         return;
     m_malformedFrameReported = true;
-    Q_EMIT error(QFLDecoder::FormatError, tr("The data is no %1 frame").arg(m_decoder.codec));
+    Q_EMIT error(QFLDecoder::FormatError, tr("The data is no %1 frame").arg(m_element.codec));
 }
 
 void DecodeControl::updatePixelFormats()
 {
-    m_pipeline.setPixelFormats(m_surfaces->pixelFormats());
+    m_decoder.setPixelFormats(m_surfaces->pixelFormats());
 }
 
 void DecodeControl::present(const QVideoFrame &picture, const QVideoSurfaceFormat &format)

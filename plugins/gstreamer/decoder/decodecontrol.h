@@ -6,7 +6,7 @@
 #define DECODECONTROL_H
 
 #include "bitstreamgate.h"
-#include "decoderpipeline.h"
+#include "videodecoder.h"
 
 #include <qfldecodecontrol.h>
 
@@ -45,7 +45,7 @@ private:
     void abandon(QFLDecoder::Error code, const QString &text);
     void handleError(Pipeline::ErrorKind kind, const QString &text);
     bool overcome(QFLDecoder::Error code, const QString &text);
-    bool resume(const QVector<DecoderPipeline::Frame> &group);
+    bool resume(const QVector<VideoDecoder::Frame> &group);
     void finishDraining();
 
     void reportUnknownCodec(const QString &codec);
@@ -54,9 +54,9 @@ private:
     void present(const QVideoFrame &picture, const QVideoSurfaceFormat &format);
 
     SurfaceGroup *m_surfaces;
-    DecoderPipeline m_pipeline;
+    VideoDecoder m_decoder;
     BitstreamGate m_gate;
-    CodecElement m_decoder;
+    CodecElement m_element;
     QVideoEncoderSettings m_settings;
     QVideoSurfaceFormat m_outputFormat;
     QFLDecoder::Status m_status = QFLDecoder::UnloadedStatus;

@@ -40,15 +40,14 @@ QFLEncoder::Error encoderError(Pipeline::ErrorKind kind)
     service may be deleted by whoever receives a signal.
 */
 
-EncodeControl::EncodeControl(QObject *parent) : QFLEncodeControl(parent), m_pipeline(this)
+EncodeControl::EncodeControl(QObject *parent) : StreamingEncodeControl(parent), m_encoder(this)
 {
     if (!CodecElements::encoders().isEmpty())
         m_status = QFLEncoder::LoadedStatus;
-    connect(&m_pipeline, &EncoderPipeline::encodedVideoFrame, this, &EncodeControl::handleFrame);
-    connect(&m_pipeline, &EncoderPipeline::errorReported, this,
-            &EncodeControl::handlePipelineError);
-    connect(&m_pipeline, &EncoderPipeline::drained, this, &EncodeControl::handleDrained);
-    connect(&m_pipeline, &EncoderPipeline::pendingFell, this, &EncodeControl::pendingFell);
+    connect(&m_encoder, &VideoEncoder::encodedVideoFrame, this, &EncodeControl::handleFrame);
+    connect(&m_encoder, &VideoEncoder::errorReported, this, &EncodeControl::handlePipelineError);
+    connect(&m_encoder, &VideoEncoder::drained, this, &EncodeControl::handleDrained);
+    connect(&m_encoder, &VideoEncoder::pendingFell, this, &EncodeControl::pendingFell);
 }
 
 QStringList EncodeControl::supportedCodecs(bool hardwareOnly) const
@@ -81,10 +80,9 @@ void EncodeControl::setVideoSettings(const QVideoEncoderSettings &settings)
     if (m_status != QFLEncoder::StartedStatus || !changesBitRate)
         return;
     m_streamSettings.setBitRate(settings.bitRate());
-    m_pipeline.setBitRate(settings.bitRate());
+    m_encoder.setBitRate(settings.bitRate());
 }
 
-/*! The complete settings of the present run's stream, default-constructed outside a run. */
 QVideoEncoderSettings EncodeControl::streamSettings() const
 {
     return m_streamSettings;
@@ -134,14 +132,14 @@ void EncodeControl::drain()
     if (m_status != QFLEncoder::StartedStatus)
         return;
     m_isDraining = true;
-    m_pipeline.drain();
+    m_encoder.drain();
 }
 
 /*! Drops everything on its way; the next encoded frame is a key frame. */
 void EncodeControl::flush()
 {
     if (m_status == QFLEncoder::StartedStatus)
-        m_pipeline.flush();
+        m_encoder.flush();
 }
 
 /*! Ends the run at once, without emitting the frames that are still on their way. */
@@ -165,7 +163,7 @@ bool EncodeControl::encode(const QVideoFrame &frame)
 {
     const Run::Watch isOn = m_run.watch();
     QString errorText;
-    const bool isAccepted = m_pipeline.encode(frame, &errorText);
+    const bool isAccepted = m_encoder.encode(frame, &errorText);
     const auto report = [this, isOn, errorText] {
         if (isOn())
             reportError(QFLEncoder::FormatError, errorText);
@@ -175,22 +173,25 @@ bool EncodeControl::encode(const QVideoFrame &frame)
     return isAccepted;
 }
 
-/*! Asks for a key frame soon, on behalf of a sink; requests are merged and limited in rate. */
 void EncodeControl::requestKeyFrame()
 {
-    m_pipeline.requestKeyFrame();
+    m_encoder.requestKeyFrame();
 }
 
-/*! How many raw frames wait for the encoder or are in it; any thread may ask. */
+/*! One raw frame in the encoder and two waiting. */
+int EncodeControl::capacity() const
+{
+    return RawFrameQueue::capacity;
+}
+
 int EncodeControl::pending()
 {
-    return m_pipeline.pending();
+    return m_encoder.pending();
 }
 
-/*! How many encoded frames wait for their turn in the thread of the control. */
 int EncodeControl::undelivered()
 {
-    return m_pipeline.undelivered();
+    return m_encoder.undelivered();
 }
 
 /*!
@@ -202,13 +203,13 @@ int EncodeControl::undelivered()
 */
 quint64 EncodeControl::encodedFrames() const
 {
-    return m_pipeline.tally().encoded;
+    return m_encoder.tally().encoded;
 }
 
 /*! \property EncodeControl::refusedFrames The frames for which encode() returned false. */
 quint64 EncodeControl::refusedFrames() const
 {
-    return m_pipeline.tally().refused;
+    return m_encoder.tally().refused;
 }
 
 /*!
@@ -218,18 +219,13 @@ quint64 EncodeControl::refusedFrames() const
 */
 quint64 EncodeControl::droppedFrames() const
 {
-    return m_pipeline.tally().dropped;
+    return m_encoder.tally().dropped;
 }
 
 /*! \property EncodeControl::skippedFrames The frames that were too many for the set frame rate. */
 quint64 EncodeControl::skippedFrames() const
 {
-    return m_pipeline.tally().skipped;
-}
-
-void EncodeControl::reportError(QFLEncoder::Error code, const QString &text)
-{
-    Q_EMIT error(code, text);
+    return m_encoder.tally().skipped;
 }
 
 /*! Once the configuration is known to be possible. False if the application ends the run at once. */
@@ -256,7 +252,7 @@ bool EncodeControl::startRun()
 bool EncodeControl::startPipeline()
 {
     const QScopedValueRollback<bool> guard(m_isStartingPipeline, true);
-    while (!m_pipeline.start(*m_configuration)) {
+    while (!m_encoder.start(*m_configuration)) {
         if (!fallBack())
             return false;
     }
@@ -290,7 +286,7 @@ void EncodeControl::endRun()
     const Run::Watch isAlive = m_run.watchOwner();
     if (!setStatus(QFLEncoder::StoppingStatus))
         return;
-    m_pipeline.stop();
+    m_encoder.stop();
     logLostFrames();
     m_streamSettings = QVideoEncoderSettings();
     Q_EMIT streamStopped();
@@ -305,13 +301,13 @@ void EncodeControl::handlePipelineError(Pipeline::ErrorKind kind, const QString 
     m_failure = {encoderError(kind), named};
     if (m_isStartingPipeline)
         return;
-    const int lost = m_pipeline.pending();
+    const int lost = m_encoder.pending();
     if (fallBack() && startPipeline()) {
-        m_pipeline.setBitRate(m_streamSettings.bitRate());
+        m_encoder.setBitRate(m_streamSettings.bitRate());
         if (m_isDraining)
             handleDrained();
         if (lost > 0)
-            Q_EMIT pendingFell(lost, m_pipeline.pending());
+            Q_EMIT pendingFell(lost, m_encoder.pending());
         return;
     }
     const Failure failure = m_failure;

@@ -5,13 +5,13 @@
 #ifndef ENCODECONTROL_H
 #define ENCODECONTROL_H
 
-#include "encoderpipeline.h"
-#include "qflencodecontrol.h"
+#include "streamingencodecontrol.h"
+#include "videoencoder.h"
 
 #include <atomic>
 #include <optional>
 
-class EncodeControl : public QFLEncodeControl
+class EncodeControl : public StreamingEncodeControl
 {
     Q_OBJECT
     Q_PROPERTY(quint64 encodedFrames READ encodedFrames)
@@ -28,7 +28,7 @@ public:
 
     QVideoEncoderSettings videoSettings() const;
     void setVideoSettings(const QVideoEncoderSettings &settings);
-    QVideoEncoderSettings streamSettings() const;
+    QVideoEncoderSettings streamSettings() const override;
 
     bool start(const QVideoSurfaceFormat &format) override;
     void drain() override;
@@ -36,21 +36,15 @@ public:
     void stop() override;
     bool encode(const QVideoFrame &frame) override;
 
-    void requestKeyFrame();
-    void reportError(QFLEncoder::Error code, const QString &text);
-    int pending();
-    int undelivered();
+    void requestKeyFrame() override;
+    int capacity() const override;
+    int pending() override;
+    int undelivered() override;
 
     quint64 encodedFrames() const;
     quint64 refusedFrames() const;
     quint64 droppedFrames() const;
     quint64 skippedFrames() const;
-
-Q_SIGNALS:
-    void pendingFell(int from, int to);
-    void streamStarted(const QVideoEncoderSettings &settings);
-    void streamDrained();
-    void streamStopped();
 
 private:
     bool startRun();
@@ -69,7 +63,7 @@ private:
         QString text;
     };
 
-    EncoderPipeline m_pipeline;
+    VideoEncoder m_encoder;
     std::optional<EncoderConfiguration> m_configuration;
     Failure m_failure;
     QVideoEncoderSettings m_settings;

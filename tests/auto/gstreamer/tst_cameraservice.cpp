@@ -159,7 +159,7 @@ void plugOut(GstDevice *device)
 }
 
 // A device that has all settings, at 0 first.
-struct FakeControls : DeviceControls
+struct FakeControls : DriverSettings
 {
     std::optional<Range> range(quint32 id) const override
     {

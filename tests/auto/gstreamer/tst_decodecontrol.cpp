@@ -237,7 +237,7 @@ private Q_SLOTS:
     {
         BitstreamGate gate;
         for (int stream = 0; stream < 2; ++stream) {
-            gate.reset(Codec());
+            gate.reset(Codec().inspector());
             QByteArray data("frame");
             QCOMPARE(gate.examine(&data, false), BitstreamGate::AwaitingKeyFrame);
             QCOMPARE(gate.examine(&data, true), BitstreamGate::AdmittedKeyFrame);

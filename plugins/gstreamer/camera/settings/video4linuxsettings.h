@@ -2,20 +2,20 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The settings of a Video4Linux device.
 
-#ifndef VIDEO4LINUXCONTROLS_H
-#define VIDEO4LINUXCONTROLS_H
+#ifndef VIDEO4LINUXSETTINGS_H
+#define VIDEO4LINUXSETTINGS_H
 
-#include "devicecontrols.h"
+#include "driversettings.h"
 
 #include <QtCore/qbytearray.h>
 
 struct v4l2_queryctrl;
 
-class Video4LinuxControls : public DeviceControls
+class Video4LinuxSettings : public DriverSettings
 {
 public:
-    explicit Video4LinuxControls(const QByteArray &path);
-    ~Video4LinuxControls() override;
+    explicit Video4LinuxSettings(const QByteArray &path);
+    ~Video4LinuxSettings() override;
 
     std::optional<Range> range(quint32 id) const override;
     std::optional<int> value(quint32 id) const override;

@@ -5,7 +5,7 @@
 #include "video4linuxcamerasource.h"
 
 #include "capturesettings.h"
-#include "video4linuxcontrols.h"
+#include "video4linuxsettings.h"
 
 #include <cerrno>
 
@@ -90,9 +90,9 @@ QCameraViewfinderSettings Video4LinuxCameraSource::defaultSettings() const
     return CaptureSettings::make(mode.size, rate, rate, QVideoFrame::Format_Invalid);
 }
 
-std::unique_ptr<DeviceControls> Video4LinuxCameraSource::createControls() const
+std::unique_ptr<DriverSettings> Video4LinuxCameraSource::createDriverSettings() const
 {
-    return std::make_unique<Video4LinuxControls>(m_device.path);
+    return std::make_unique<Video4LinuxSettings>(m_device.path);
 }
 
 GstElementPointer Video4LinuxCameraSource::createPipeline(const QCameraViewfinderSettings &settings,

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The GStreamer pipeline that encodes raw frames.
 
-#ifndef ENCODERPIPELINE_H
-#define ENCODERPIPELINE_H
+#ifndef VIDEOENCODER_H
+#define VIDEOENCODER_H
 
 #include "encoderconfiguration.h"
 #include "encoderelement.h"
@@ -14,13 +14,13 @@
 
 #include <QtCore/qelapsedtimer.h>
 
-class EncoderPipeline : public QObject
+class VideoEncoder : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit EncoderPipeline(QObject *parent = nullptr);
-    ~EncoderPipeline() override;
+    explicit VideoEncoder(QObject *parent = nullptr);
+    ~VideoEncoder() override;
 
     bool start(const EncoderConfiguration &configuration);
     void stop();
@@ -62,7 +62,7 @@ private:
 
     FrameTally m_tally;
     RawFrameQueue m_input;
-    std::shared_ptr<EncoderElement> m_encoder;
+    std::shared_ptr<EncoderElement> m_element;
     PostedQueue<EncodedFrame> m_frames;
     Run m_run;
     QElapsedTimer m_lastKeyFrameRequest;

@@ -107,7 +107,7 @@ void ZoomControl::readDevice()
 }
 
 /*! The focal lengths in the device's own unit; none if that doesn't count from zero. */
-std::optional<DeviceControls::Range> ZoomControl::lens() const
+std::optional<DriverSettings::Range> ZoomControl::lens() const
 {
     const auto lens = m_device->range(V4L2_CID_ZOOM_ABSOLUTE);
     return lens && lens->minimum > 0 ? lens : std::nullopt;

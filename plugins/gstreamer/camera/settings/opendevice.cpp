@@ -15,40 +15,40 @@ OpenDevice::OpenDevice(QObject *parent) : QObject(parent) { }
 
 OpenDevice::~OpenDevice() = default;
 
-/*! \a controls are those of the device, null when it has none. */
-void OpenDevice::open(std::unique_ptr<DeviceControls> controls)
+/*! \a settings are those of the device, null when it has none. */
+void OpenDevice::open(std::unique_ptr<DriverSettings> settings)
 {
     close();
-    if (!controls)
+    if (!settings)
         return;
-    m_controls = std::move(controls);
+    m_settings = std::move(settings);
     Q_EMIT changed();
 }
 
 void OpenDevice::close()
 {
-    if (!m_controls)
+    if (!m_settings)
         return;
-    const DeviceControls *const controls = m_controls.get();
+    const DriverSettings *const settings = m_settings.get();
     Q_EMIT aboutToClose();
     // Whoever was told may have closed the device already, or opened another.
-    if (m_controls.get() != controls)
+    if (m_settings.get() != settings)
         return;
-    m_controls.reset();
+    m_settings.reset();
     Q_EMIT changed();
 }
 
-std::optional<DeviceControls::Range> OpenDevice::range(quint32 id) const
+std::optional<DriverSettings::Range> OpenDevice::range(quint32 id) const
 {
-    return m_controls ? m_controls->range(id) : std::nullopt;
+    return m_settings ? m_settings->range(id) : std::nullopt;
 }
 
 std::optional<int> OpenDevice::value(quint32 id) const
 {
-    return m_controls ? m_controls->value(id) : std::nullopt;
+    return m_settings ? m_settings->value(id) : std::nullopt;
 }
 
 bool OpenDevice::setValue(quint32 id, int value)
 {
-    return m_controls && m_controls->setValue(id, value);
+    return m_settings && m_settings->setValue(id, value);
 }

@@ -7,14 +7,14 @@
 
 #include "qflcodecqueuecontrol.h"
 
-class EncodeControl;
+class StreamingEncodeControl;
 
 class CodecQueueControl : public QFLCodecQueueControl
 {
     Q_OBJECT
 
 public:
-    explicit CodecQueueControl(EncodeControl *encodeControl, QObject *parent = nullptr);
+    explicit CodecQueueControl(StreamingEncodeControl *encodeControl, QObject *parent = nullptr);
 
     int capacity() const override;
     int pending() const override;
@@ -24,7 +24,7 @@ public:
 private:
     void handleFall(int from, int to);
 
-    EncodeControl *m_encodeControl;
+    StreamingEncodeControl *m_encodeControl;
     int m_lowWatermark = 0;
 };
 

@@ -5,7 +5,7 @@
 #ifndef DEVICENUMBER_H
 #define DEVICENUMBER_H
 
-#include "devicecontrols.h"
+#include "driversettings.h"
 
 #include <QtCore/qlist.h>
 

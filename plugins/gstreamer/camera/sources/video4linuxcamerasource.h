@@ -23,7 +23,7 @@ public:
     QList<QCameraViewfinderSettings> supportedSettings() const override;
     QCameraViewfinderSettings defaultSettings() const override;
 
-    std::unique_ptr<DeviceControls> createControls() const override;
+    std::unique_ptr<DriverSettings> createDriverSettings() const override;
     GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
                                      CameraFailure *failure) const override;
     QString explain(const QString &report) const override;

@@ -5,7 +5,7 @@
 #ifndef OPENDEVICE_H
 #define OPENDEVICE_H
 
-#include "devicecontrols.h"
+#include "driversettings.h"
 
 #include <QtCore/qobject.h>
 
@@ -19,10 +19,10 @@ public:
     explicit OpenDevice(QObject *parent = nullptr);
     ~OpenDevice() override;
 
-    void open(std::unique_ptr<DeviceControls> controls);
+    void open(std::unique_ptr<DriverSettings> settings);
     void close();
 
-    std::optional<DeviceControls::Range> range(quint32 id) const;
+    std::optional<DriverSettings::Range> range(quint32 id) const;
     std::optional<int> value(quint32 id) const;
     bool setValue(quint32 id, int value);
 
@@ -31,7 +31,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    std::unique_ptr<DeviceControls> m_controls;
+    std::unique_ptr<DriverSettings> m_settings;
 };
 
 #endif

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The settings of a Video4Linux device.
 
-#include "video4linuxcontrols.h"
+#include "video4linuxsettings.h"
 
 #include <cerrno>
 
@@ -15,18 +15,18 @@
     Opens the device file \a path for itself: a driver lets others set values while one streams. A
     device that can't be opened has no settings.
 */
-Video4LinuxControls::Video4LinuxControls(const QByteArray &path)
+Video4LinuxSettings::Video4LinuxSettings(const QByteArray &path)
     : m_file(open(path.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC))
 {
 }
 
-Video4LinuxControls::~Video4LinuxControls()
+Video4LinuxSettings::~Video4LinuxSettings()
 {
     if (m_file >= 0)
         close(m_file);
 }
 
-std::optional<DeviceControls::Range> Video4LinuxControls::range(quint32 id) const
+std::optional<DriverSettings::Range> Video4LinuxSettings::range(quint32 id) const
 {
     v4l2_queryctrl query = {};
     query.id = id;
@@ -36,7 +36,7 @@ std::optional<DeviceControls::Range> Video4LinuxControls::range(quint32 id) cons
     return Range {query.minimum, query.maximum, query.default_value, menu(query)};
 }
 
-std::optional<int> Video4LinuxControls::value(quint32 id) const
+std::optional<int> Video4LinuxSettings::value(quint32 id) const
 {
     v4l2_control control = {};
     control.id = id;
@@ -45,7 +45,7 @@ std::optional<int> Video4LinuxControls::value(quint32 id) const
     return control.value;
 }
 
-bool Video4LinuxControls::setValue(quint32 id, int value)
+bool Video4LinuxSettings::setValue(quint32 id, int value)
 {
     v4l2_control control = {};
     control.id = id;
@@ -54,7 +54,7 @@ bool Video4LinuxControls::setValue(quint32 id, int value)
 }
 
 /*! A menu may have gaps: the driver refuses the items that the device doesn't have. */
-QMap<int, qint64> Video4LinuxControls::menu(const v4l2_queryctrl &query) const
+QMap<int, qint64> Video4LinuxSettings::menu(const v4l2_queryctrl &query) const
 {
     QMap<int, qint64> menu;
     if (query.type != V4L2_CTRL_TYPE_MENU && query.type != V4L2_CTRL_TYPE_INTEGER_MENU)
@@ -69,7 +69,7 @@ QMap<int, qint64> Video4LinuxControls::menu(const v4l2_queryctrl &query) const
     return menu;
 }
 
-bool Video4LinuxControls::request(unsigned long code, void *argument) const
+bool Video4LinuxSettings::request(unsigned long code, void *argument) const
 {
     int result = -1;
     do {

@@ -51,7 +51,7 @@ std::unique_ptr<CameraSource> CameraSource::create(const QByteArray &deviceName)
 }
 
 /*! The settings of the camera itself, null if there are none. Called once it is open. */
-std::unique_ptr<DeviceControls> CameraSource::createControls() const
+std::unique_ptr<DriverSettings> CameraSource::createDriverSettings() const
 {
     return nullptr;
 }

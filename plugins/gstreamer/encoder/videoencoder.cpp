@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The GStreamer pipeline that encodes raw frames.
 
-#include "encoderpipeline.h"
+#include "videoencoder.h"
 
 #include "codec.h"
 #include "videoformat.h"
@@ -94,25 +94,25 @@ GstCapsPointer inputCaps(const EncoderConfiguration &configuration)
 } // namespace
 
 /*!
-    \class EncoderPipeline
+    \class VideoEncoder
 
     Runs in the thread it lives in, where it also emits its signals; only encode() may be called
     from other threads. Frames are emitted in the order in which they left the encoder.
 */
 
-EncoderPipeline::EncoderPipeline(QObject *parent)
+VideoEncoder::VideoEncoder(QObject *parent)
     : QObject(parent),
       m_input(&m_tally, this),
       m_frames(this, [this](const EncodedFrame &encoded) { deliver(encoded); }),
       m_pipeline(this)
 {
-    connect(&m_pipeline, &Pipeline::errorReported, this, &EncoderPipeline::errorReported);
-    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &EncoderPipeline::finishDrain);
-    connect(&m_input, &RawFrameQueue::pendingFell, this, &EncoderPipeline::pendingFell,
+    connect(&m_pipeline, &Pipeline::errorReported, this, &VideoEncoder::errorReported);
+    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &VideoEncoder::finishDrain);
+    connect(&m_input, &RawFrameQueue::pendingFell, this, &VideoEncoder::pendingFell,
             Qt::QueuedConnection);
 }
 
-EncoderPipeline::~EncoderPipeline()
+VideoEncoder::~VideoEncoder()
 {
     stop();
     m_pipeline.awaitThoseLetGo(0);
@@ -122,7 +122,7 @@ EncoderPipeline::~EncoderPipeline()
     On failure errorReported() has been emitted by the time this returns false. Takes the time of a
     picture when the run before the last one isn't down yet.
 */
-bool EncoderPipeline::start(const EncoderConfiguration &configuration)
+bool VideoEncoder::start(const EncoderConfiguration &configuration)
 {
     stop();
     m_pipeline.awaitThoseLetGo(mostLetGo);
@@ -139,11 +139,11 @@ bool EncoderPipeline::start(const EncoderConfiguration &configuration)
     No frame is emitted any more once this has been called, not even one that is already encoded.
     Returns at once even in the middle of a picture, for which only the destructor waits.
 */
-void EncoderPipeline::stop()
+void VideoEncoder::stop()
 {
     m_run.begin();
     m_input.close();
-    m_pipeline.takeDown(GST_STATE_NULL, std::exchange(m_encoder, nullptr));
+    m_pipeline.takeDown(GST_STATE_NULL, std::exchange(m_element, nullptr));
     dropFrames();
     m_keyFrameWanted = false;
     m_keyFrameRequested = false;
@@ -153,7 +153,7 @@ void EncoderPipeline::stop()
 }
 
 /*! See RawFrameQueue::append(). False also while too many encoded frames wait to be emitted. */
-bool EncoderPipeline::encode(const QVideoFrame &frame, QString *errorText)
+bool VideoEncoder::encode(const QVideoFrame &frame, QString *errorText)
 {
     const bool isAccepted = undelivered() < largestBacklog && m_input.append(frame, errorText);
     if (!isAccepted)
@@ -162,15 +162,15 @@ bool EncoderPipeline::encode(const QVideoFrame &frame, QString *errorText)
 }
 
 /*! Refuses frames until all that were accepted have been emitted; then drained() is emitted. */
-void EncoderPipeline::drain()
+void VideoEncoder::drain()
 {
     m_input.finish();
 }
 
 /*! Drops everything on its way, encoded or not. The next frame that is emitted is a key frame. */
-void EncoderPipeline::flush()
+void VideoEncoder::flush()
 {
-    if (!m_encoder)
+    if (!m_element)
         return;
     m_flushedUntil = m_input.clear();
     dropFrames();
@@ -182,9 +182,9 @@ void EncoderPipeline::flush()
     Asks for a key frame soon. Requests that come before it are one, and the encoder gets at most
     two a second, so that receivers in trouble can't turn the stream into key frames.
 */
-void EncoderPipeline::requestKeyFrame()
+void VideoEncoder::requestKeyFrame()
 {
-    if (!m_encoder)
+    if (!m_element)
         return;
     m_keyFrameWanted = true;
     const bool isTooSoon = m_lastKeyFrameRequest.isValid()
@@ -194,31 +194,31 @@ void EncoderPipeline::requestKeyFrame()
 }
 
 /*! In bits per second, from now on. */
-void EncoderPipeline::setBitRate(int bitRate)
+void VideoEncoder::setBitRate(int bitRate)
 {
-    if (m_encoder)
-        m_encoder->setBitRate(bitRate);
+    if (m_element)
+        m_element->setBitRate(bitRate);
 }
 
 /*! How many raw frames are held; any thread may ask. */
-int EncoderPipeline::pending()
+int VideoEncoder::pending()
 {
     return m_input.pending();
 }
 
 /*! How many encoded frames wait to be emitted; any thread may ask. */
-int EncoderPipeline::undelivered() const
+int VideoEncoder::undelivered() const
 {
     return m_frames.size();
 }
 
 /*! What became of all frames so far; any thread may ask. */
-const FrameTally &EncoderPipeline::tally() const
+const FrameTally &VideoEncoder::tally() const
 {
     return m_tally;
 }
 
-bool EncoderPipeline::build(const EncoderConfiguration &configuration)
+bool VideoEncoder::build(const EncoderConfiguration &configuration)
 {
     QString errorText;
     GstElementPointer pipeline = Pipeline::parse(description(configuration), &errorText);
@@ -230,9 +230,9 @@ bool EncoderPipeline::build(const EncoderConfiguration &configuration)
     return true;
 }
 
-void EncoderPipeline::setUp(const EncoderConfiguration &configuration)
+void VideoEncoder::setUp(const EncoderConfiguration &configuration)
 {
-    m_encoder = std::make_shared<EncoderElement>(m_pipeline.element("encoder"), configuration);
+    m_element = std::make_shared<EncoderElement>(m_pipeline.element("encoder"), configuration);
 
     GstElementPointer source = m_pipeline.element("source");
     gst_app_src_set_caps(GST_APP_SRC(source.get()), inputCaps(configuration).get());
@@ -244,13 +244,13 @@ void EncoderPipeline::setUp(const EncoderConfiguration &configuration)
     });
 }
 
-bool EncoderPipeline::play()
+bool VideoEncoder::play()
 {
     return m_pipeline.setState(GST_STATE_READY) && m_pipeline.setState(GST_STATE_PLAYING);
 }
 
 /*! Runs on the streaming thread. */
-void EncoderPipeline::takeSample(GstSample *sample)
+void VideoEncoder::takeSample(GstSample *sample)
 {
     GstBuffer *buffer = gst_sample_get_buffer(sample);
     // Encoders may shift times and say so in the segment.
@@ -259,12 +259,12 @@ void EncoderPipeline::takeSample(GstSample *sample)
     m_frames.append({encodedFrame(buffer, m_input.takeTimestamp(runningTime)), runningTime});
 }
 
-void EncoderPipeline::dropFrames()
+void VideoEncoder::dropFrames()
 {
     m_tally.dropped += quint64(m_frames.clear());
 }
 
-void EncoderPipeline::deliver(const EncodedFrame &encoded)
+void VideoEncoder::deliver(const EncodedFrame &encoded)
 {
     const bool isKeyFrame = encoded.frame.meta().type == QFLEncodedVideoFrame::Type_Key;
     if (isKeyFrame && !isFlushed(encoded)) {
@@ -283,32 +283,32 @@ void EncoderPipeline::deliver(const EncodedFrame &encoded)
 }
 
 // Whether the frame was in the encoder, out of reach, when the others were dropped.
-bool EncoderPipeline::isFlushed(const EncodedFrame &encoded) const
+bool VideoEncoder::isFlushed(const EncodedFrame &encoded) const
 {
     return m_flushedUntil != GST_CLOCK_TIME_NONE && encoded.time <= m_flushedUntil;
 }
 
-void EncoderPipeline::handleMissingKeyFrame()
+void VideoEncoder::handleMissingKeyFrame()
 {
     if (!m_keyFrameRequested) {
         requestKeyFrame();
     } else if (++m_framesSinceRequest >= framesUntilRestart) {
         m_framesSinceRequest = 0;
-        m_encoder->restart();
+        m_element->restart();
     }
 }
 
-void EncoderPipeline::sendKeyFrameRequest(GstClockTime after)
+void VideoEncoder::sendKeyFrameRequest(GstClockTime after)
 {
     m_keyFrameWanted = true;
     m_keyFrameRequested = true;
     m_framesSinceRequest = -m_input.unanswered();
     m_lastKeyFrameRequest.start();
-    m_encoder->requestKeyFrame(after);
+    m_element->requestKeyFrame(after);
 }
 
 // A source that has sent the end of the stream comes back to life only by way of READY.
-void EncoderPipeline::finishDrain()
+void VideoEncoder::finishDrain()
 {
     const Run::Watch isOn = m_run.watch();
     m_frames.deliver();

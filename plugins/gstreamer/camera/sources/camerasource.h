@@ -6,7 +6,7 @@
 #define CAMERASOURCE_H
 
 #include "camerafailure.h"
-#include "devicecontrols.h"
+#include "driversettings.h"
 #include "gstpointers.h"
 
 #include <QtCore/qlist.h>
@@ -25,7 +25,7 @@ public:
     virtual QList<QCameraViewfinderSettings> supportedSettings() const = 0;
     virtual QCameraViewfinderSettings defaultSettings() const = 0;
 
-    virtual std::unique_ptr<DeviceControls> createControls() const;
+    virtual std::unique_ptr<DriverSettings> createDriverSettings() const;
     virtual GstElementPointer createPipeline(const QCameraViewfinderSettings &settings,
                                              CameraFailure *failure) const = 0;
     virtual bool isRepeating() const;

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The GStreamer pipeline that turns encoded frames into pictures.
 
-#ifndef DECODERPIPELINE_H
-#define DECODERPIPELINE_H
+#ifndef VIDEODECODER_H
+#define VIDEODECODER_H
 
 #include "codecelements.h"
 #include "pipeline.h"
@@ -16,7 +16,7 @@
 
 struct Codec;
 
-class DecoderPipeline : public QObject
+class VideoDecoder : public QObject
 {
     Q_OBJECT
 
@@ -27,8 +27,8 @@ public:
         quint64 timestamp = 0;
     };
 
-    explicit DecoderPipeline(QObject *parent = nullptr);
-    ~DecoderPipeline() override;
+    explicit VideoDecoder(QObject *parent = nullptr);
+    ~VideoDecoder() override;
 
     void setDecoder(const CodecElement &decoder);
     QString build();
@@ -73,7 +73,7 @@ private:
     void enqueue(GstSample *sample);
     void finish();
 
-    CodecElement m_decoder;
+    CodecElement m_element;
     const Codec *m_codec = nullptr;
     GstElementPointer m_source;
     GstElementPointer m_sink;

@@ -4,8 +4,6 @@
 
 #include "bitstreamgate.h"
 
-#include "codec.h"
-
 /*!
     \class BitstreamGate
 
@@ -13,10 +11,10 @@
     own bytes say, and the sender where nobody can read them.
 */
 
-/*! Closes the gate for a new stream of \a codec. */
-void BitstreamGate::reset(const Codec &codec)
+/*! Closes the gate for a new stream of the codec of \a inspector, which may be null. */
+void BitstreamGate::reset(std::unique_ptr<FrameInspector> inspector)
 {
-    m_inspector = codec.createInspector ? codec.createInspector() : nullptr;
+    m_inspector = std::move(inspector);
     m_isOpen = false;
 }
 

@@ -5,7 +5,7 @@
 #ifndef ZOOMCONTROL_H
 #define ZOOMCONTROL_H
 
-#include "devicecontrols.h"
+#include "driversettings.h"
 
 #include <QtMultimedia/qcamerazoomcontrol.h>
 
@@ -34,7 +34,7 @@ private:
     void zoomDigitally(qreal zoom);
     void readDevice();
 
-    std::optional<DeviceControls::Range> lens() const;
+    std::optional<DriverSettings::Range> lens() const;
     void setRequestedOpticalZoom(qreal zoom);
     void announceOpticalZoom();
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The GStreamer pipeline that turns encoded frames into pictures.
 
-#include "decoderpipeline.h"
+#include "videodecoder.h"
 
 #include "codec.h"
 #include "videoformat.h"
@@ -116,7 +116,7 @@ GstBuffer *wrap(const QByteArray &data)
 } // namespace
 
 /*!
-    \class DecoderPipeline
+    \class VideoDecoder
 
     appsrc, parser, decoder, converter and appsink. Encoded frames go in at the source; pictures
     come out of the sink on a streaming thread, wait in a queue, and are announced in the thread
@@ -128,7 +128,7 @@ GstBuffer *wrap(const QByteArray &data)
     and those that take frames ahead and give the pictures from a thread of their own.
 */
 
-DecoderPipeline::DecoderPipeline(QObject *parent)
+VideoDecoder::VideoDecoder(QObject *parent)
     : QObject(parent),
       m_pixelFormats(exactFormats(VideoFormat::pixelFormats())),
       m_pictures(this,
@@ -137,33 +137,33 @@ DecoderPipeline::DecoderPipeline(QObject *parent)
                  }),
       m_pipeline(this)
 {
-    connect(&m_pipeline, &Pipeline::errorReported, this, &DecoderPipeline::errorReported);
-    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &DecoderPipeline::finish);
+    connect(&m_pipeline, &Pipeline::errorReported, this, &VideoDecoder::errorReported);
+    connect(&m_pipeline, &Pipeline::endOfStreamReached, this, &VideoDecoder::finish);
 }
 
-DecoderPipeline::~DecoderPipeline()
+VideoDecoder::~VideoDecoder()
 {
     reset();
 }
 
 /*! Has the pipelines to be built decode a new stream with \a decoder. */
-void DecoderPipeline::setDecoder(const CodecElement &decoder)
+void VideoDecoder::setDecoder(const CodecElement &decoder)
 {
     reset();
-    m_decoder = decoder;
+    m_element = decoder;
     m_codec = Codec::find(decoder.codec);
     m_heldBack.reset();
 }
 
 /*! Puts a fresh pipeline in the place of the present one. The text of the failure, or empty. */
-QString DecoderPipeline::build()
+QString VideoDecoder::build()
 {
     reset();
     if (!m_codec)
-        return tr("The codec %1 is not supported").arg(m_decoder.codec);
+        return tr("The codec %1 is not supported").arg(m_element.codec);
     QString errorText;
     GstElementPointer pipeline
-            = Pipeline::parse(description(*m_codec, m_decoder.factoryName), &errorText);
+            = Pipeline::parse(description(*m_codec, m_element.factoryName), &errorText);
     if (!pipeline)
         return errorText;
     m_pipeline.adopt(std::move(pipeline));
@@ -178,13 +178,13 @@ QString DecoderPipeline::build()
 }
 
 /*! Starts decoding. Before this returns false, errorReported() has been emitted. */
-bool DecoderPipeline::play()
+bool VideoDecoder::play()
 {
     return m_pipeline.setState(GST_STATE_PLAYING);
 }
 
 /*! Drops everything that is queued. Nothing is announced from then on until the next play(). */
-void DecoderPipeline::reset()
+void VideoDecoder::reset()
 {
     m_pipeline.takeDown(GST_STATE_NULL);
     m_source.reset();
@@ -202,7 +202,7 @@ void DecoderPipeline::reset()
     Has pictures converted to one of \a formats unless the decoder's own is among them. When there is
     no way to make any of them, the pictures come in whatever format they have.
 */
-void DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats)
+void VideoDecoder::setPixelFormats(const QList<QVideoFrame::PixelFormat> &formats)
 {
     const QList<QVideoFrame::PixelFormat> exact = exactFormats(formats);
     m_pixelFormats = exact.isEmpty() ? exactFormats(VideoFormat::pixelFormats()) : exact;
@@ -214,7 +214,7 @@ void DecoderPipeline::setPixelFormats(const QList<QVideoFrame::PixelFormat> &for
 }
 
 /*! Whether no frame has come since the pipeline was built. */
-bool DecoderPipeline::isUnused() const
+bool VideoDecoder::isUnused() const
 {
     return m_nextSequence == 0;
 }
@@ -223,7 +223,7 @@ bool DecoderPipeline::isUnused() const
     Queues a frame. \a isKey tells that decoding could begin again here if what came before turned
     out to be damaged.
 */
-bool DecoderPipeline::push(const Frame &frame, bool isKey)
+bool VideoDecoder::push(const Frame &frame, bool isKey)
 {
     announceSize(frame.data);
     GstBuffer *buffer = wrap(frame.data);
@@ -241,21 +241,21 @@ bool DecoderPipeline::push(const Frame &frame, bool isKey)
 }
 
 /*! The frames from the last key frame on if there is no picture of any of them; none otherwise. */
-QVector<DecoderPipeline::Frame> DecoderPipeline::unansweredGroup() const
+QVector<VideoDecoder::Frame> VideoDecoder::unansweredGroup() const
 {
     const QMutexLocker locker(&m_mutex);
     return m_answeredSequence <= m_groupSequence ? m_lastGroup : QVector<Frame>();
 }
 
 /*! Has everything decoded that is queued; endOfStreamReached() comes after the last picture. */
-void DecoderPipeline::endStream()
+void VideoDecoder::endStream()
 {
     m_pictures.setLongestWait(std::chrono::milliseconds::zero());
     gst_app_src_end_of_stream(GST_APP_SRC(m_source.get()));
 }
 
 /*! The number of frames without a picture, and of pictures that wait to be announced. */
-int DecoderPipeline::backlog() const
+int VideoDecoder::backlog() const
 {
     const QMutexLocker locker(&m_mutex);
     return int(m_nextSequence - m_answeredSequence) + m_pictures.size();
@@ -265,7 +265,7 @@ int DecoderPipeline::backlog() const
     Whether the decoder has taken in more frames without giving a picture than it holds back. Some
     decoders wait for a key frame without a word when a frame was lost.
 */
-bool DecoderPipeline::isSilent() const
+bool VideoDecoder::isSilent() const
 {
     const QMutexLocker locker(&m_mutex);
     const int tolerance = m_heldBack.value_or(m_codec->maximumReordering) + maximumSilence;
@@ -273,11 +273,11 @@ bool DecoderPipeline::isSilent() const
         return false;
     const Arrival &oneTooMany
             = m_arrivals[(m_answeredSequence + quint64(tolerance)) % m_arrivals.size()];
-    return !m_decoder.isHardwareAccelerated
+    return !m_element.isHardwareAccelerated
             || oneTooMany.time < std::chrono::steady_clock::now() - hardwarePatience;
 }
 
-void DecoderPipeline::configureSink()
+void VideoDecoder::configureSink()
 {
     gst_app_sink_set_caps(GST_APP_SINK(m_sink.get()), capsOf(m_pixelFormats).get());
     m_pipeline.onSample("sink", [this](GstSample *sample) {
@@ -290,7 +290,7 @@ void DecoderPipeline::configureSink()
 }
 
 /*! Hardware decoders aren't content with a stream of unknown size. */
-void DecoderPipeline::announceSize(const QByteArray &data)
+void VideoDecoder::announceSize(const QByteArray &data)
 {
     const QSize size = m_codec->keyFrameSize ? m_codec->keyFrameSize(data) : QSize();
     if (size.isEmpty())
@@ -301,18 +301,18 @@ void DecoderPipeline::announceSize(const QByteArray &data)
     gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
 }
 
-int DecoderPipeline::queuedFrameCount() const
+int VideoDecoder::queuedFrameCount() const
 {
     return m_source ? int(gst_app_src_get_current_level_buffers(GST_APP_SRC(m_source.get()))) : 0;
 }
 
-int DecoderPipeline::takenCount() const
+int VideoDecoder::takenCount() const
 {
     return int(m_nextSequence) - queuedFrameCount();
 }
 
 /*! Remembers what decoding would have to begin again with. */
-void DecoderPipeline::keep(const Frame &frame, bool isKey)
+void VideoDecoder::keep(const Frame &frame, bool isKey)
 {
     if (isKey || m_answeredSequence > m_groupSequence)
         m_lastGroup.clear();
@@ -328,7 +328,7 @@ void DecoderPipeline::keep(const Frame &frame, bool isKey)
     Runs on the streaming thread. A decoder that asks the sender for a key frame has lost a frame,
     and what it makes of the others isn't fit to be seen.
 */
-void DecoderPipeline::handleDecoderEvent(GstEvent *event)
+void VideoDecoder::handleDecoderEvent(GstEvent *event)
 {
     if (!gst_video_event_is_force_key_unit(event))
         return;
@@ -341,7 +341,7 @@ void DecoderPipeline::handleDecoderEvent(GstEvent *event)
 }
 
 /*! Runs on the streaming thread. */
-void DecoderPipeline::enqueue(GstSample *sample)
+void VideoDecoder::enqueue(GstSample *sample)
 {
     GstVideoInfo info;
     GstBuffer *buffer = gst_sample_get_buffer(sample);
@@ -360,7 +360,7 @@ void DecoderPipeline::enqueue(GstSample *sample)
             {VideoFrame::fromGst(buffer, info, qint64(timestamp)), VideoFormat::fromGst(info)});
 }
 
-void DecoderPipeline::finish()
+void VideoDecoder::finish()
 {
     if (m_pictures.deliver())
         Q_EMIT endOfStreamReached();

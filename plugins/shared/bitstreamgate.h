@@ -9,14 +9,12 @@
 
 #include <memory>
 
-struct Codec;
-
 class BitstreamGate
 {
 public:
     enum Verdict { Admitted, AdmittedKeyFrame, Kept, AwaitingKeyFrame, Malformed };
 
-    void reset(const Codec &codec);
+    void reset(std::unique_ptr<FrameInspector> inspector);
     void close();
 
     Verdict examine(QByteArray *data, bool isSaidToBeKey);

@@ -4,22 +4,26 @@
 
 #include "codecqueuecontrol.h"
 
-#include "encodecontrol.h"
+#include "streamingencodecontrol.h"
 
 /*!
-    Watches \a encodeControl, which must outlive this control. needData() is emitted in its thread,
+    \class CodecQueueControl
+
+    Watches the encode control, which must outlive this control. needData() is emitted in its thread,
     in a run only; a run begins with an empty queue and without needData().
 */
-CodecQueueControl::CodecQueueControl(EncodeControl *encodeControl, QObject *parent)
+
+/*! \a encodeControl is borrowed and must outlive the control. */
+CodecQueueControl::CodecQueueControl(StreamingEncodeControl *encodeControl, QObject *parent)
     : QFLCodecQueueControl(parent), m_encodeControl(encodeControl)
 {
-    connect(encodeControl, &EncodeControl::pendingFell, this, &CodecQueueControl::handleFall);
+    connect(encodeControl, &StreamingEncodeControl::pendingFell, this,
+            &CodecQueueControl::handleFall);
 }
 
-/*! The most raw frames that are held: one in the encoder and two waiting. */
 int CodecQueueControl::capacity() const
 {
-    return RawFrameQueue::capacity;
+    return m_encodeControl->capacity();
 }
 
 /*!

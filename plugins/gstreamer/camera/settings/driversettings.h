@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // The settings that the driver of a camera offers.
 
-#ifndef DEVICECONTROLS_H
-#define DEVICECONTROLS_H
+#ifndef DRIVERSETTINGS_H
+#define DRIVERSETTINGS_H
 
 #include <QtCore/qglobal.h>
 #include <QtCore/qmap.h>
 
 #include <optional>
 
-class DeviceControls
+class DriverSettings
 {
 public:
     struct Range
@@ -21,17 +21,17 @@ public:
         QMap<int, qint64> menu;
     };
 
-    virtual ~DeviceControls();
+    virtual ~DriverSettings();
 
     virtual std::optional<Range> range(quint32 id) const = 0;
     virtual std::optional<int> value(quint32 id) const = 0;
     virtual bool setValue(quint32 id, int value) = 0;
 
 protected:
-    DeviceControls();
+    DriverSettings();
 
 private:
-    Q_DISABLE_COPY(DeviceControls)
+    Q_DISABLE_COPY(DriverSettings)
 };
 
 #endif
