@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// Tests the call example from the outside: real calls, their pictures, and how each failure ends.
+// Tests the call from the outside: real calls, their pictures, and how each failure ends.
 
 #include <QtCore/qprocess.h>
 #include <QtCore/qregularexpression.h>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// The call example: a video call over RTP, of this machine with itself or with a peer.
+// The call: a video call over RTP, of this machine with itself or with a peer.
 
 #include "call.h"
 #include "callwindow.h"
