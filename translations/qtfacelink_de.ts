@@ -603,13 +603,6 @@ Kamera ausgefallen, 3 kein Codec oder Codec ausgefallen, 4 Port belegt,
     </message>
 </context>
 <context>
-    <name>VideoDecoder</name>
-    <message>
-        <source>The codec %1 is not supported</source>
-        <translation>Der Codec %1 wird nicht unterstützt</translation>
-    </message>
-</context>
-<context>
     <name>VideoFileProbe</name>
     <message>
         <source>%1: the file does not exist</source>

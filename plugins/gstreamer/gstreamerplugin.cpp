@@ -44,6 +44,13 @@ CodecElement findById(const QByteArray &codecId)
 
 } // namespace
 
+/*!
+    \class GStreamerPlugin
+
+    Makes the services, lists cameras and codecs, and describes them. What is listed is looked for
+    at the first question.
+*/
+
 /*! A new service, which release() takes back; null for a key that isn't one of the backend's. */
 QMediaService *GStreamerPlugin::create(const QString &key)
 {

@@ -18,6 +18,12 @@ bool isKeyFrame(const QByteArray &frame)
 
 } // namespace
 
+/*!
+    \class Vp8Inspector
+
+    Reads the frame tag and, of key frames, the start code and the size behind it.
+*/
+
 /*! The size of the pictures from \a frame on; empty unless that is a key frame. */
 QSize Vp8Inspector::keyFrameSize(const QByteArray &frame)
 {

@@ -27,12 +27,15 @@ QUrl fileUrl(const QString &urlOrPath)
 } // namespace
 
 /*!
+    \class CameraDevices
+
     A list of the cameras there are now, which doesn't change afterwards: those that the application
     announced in the property "facelink.gstreamer.cameras" of its QCoreApplication (a string list of
     video files, as URLs or paths, and "videotestsrc" for GStreamer's live test source), and the
     Video4Linux devices. The test source comes last when nothing has been announced, so that the
     list is empty only where the application wants it to be.
 */
+
 CameraDevices::CameraDevices()
 {
     const QCoreApplication *application = QCoreApplication::instance();

@@ -6,6 +6,12 @@
 
 #include "cameradevices.h"
 
+/*!
+    \class CameraInfoControl
+
+    Says how cameras are mounted, also those that are not selected.
+*/
+
 CameraInfoControl::CameraInfoControl(QObject *parent) : QCameraInfoControl(parent) { }
 
 QCamera::Position CameraInfoControl::cameraPosition(const QString &deviceName) const

@@ -6,15 +6,18 @@
 
 #include "cameracontrol.h"
 #include "camerainfocontrol.h"
-#include "renderercontrol.h"
 #include "camerasession.h"
 #include "deviceselectorcontrol.h"
 #include "exposurecontrol.h"
 #include "flashcontrol.h"
 #include "focuscontrol.h"
-#include "rawvideosourcecontrol.h"
+#include "surfacecontrol.h"
 #include "viewfindersettingscontrol.h"
 #include "zoomcontrol.h"
+
+#include <qflrawvideosourcecontrol.h>
+
+#include <QtMultimedia/qvideorenderercontrol.h>
 
 /*!
     \class CameraService
@@ -33,7 +36,7 @@ struct CameraService::Parts
     CameraControl cameraControl {&session, &deviceSelector};
     CameraInfoControl infoControl;
     ViewfinderSettingsControl settingsControl {&session};
-    RawVideoSourceControl rawVideoSource {session.surfaces()};
+    SurfaceControl<QFLRawVideoSourceControl> rawVideoSource {session.surfaces()};
     ExposureControl exposureControl {session.device()};
     FlashControl flashControl {session.device()};
     FocusControl focusControl {session.device()};
@@ -60,14 +63,14 @@ CameraService::~CameraService()
     m_parts->session.close();
     m_parts->rawVideoSource.setSurface(nullptr);
     // They use the session, which would be gone by the time a QObject deletes its children.
-    qDeleteAll(findChildren<RendererControl *>(QString(), Qt::FindDirectChildrenOnly));
+    qDeleteAll(findChildren<QMediaControl *>(QString(), Qt::FindDirectChildrenOnly));
 }
 
 /*! Null for an interface that the camera doesn't have. */
 QMediaControl *CameraService::requestControl(const char *name)
 {
     if (qstrcmp(name, QVideoRendererControl_iid) == 0)
-        return new RendererControl(m_parts->session.surfaces(), this);
+        return new SurfaceControl<QVideoRendererControl>(m_parts->session.surfaces(), this);
     if (qstrcmp(name, QCameraControl_iid) == 0)
         return &m_parts->cameraControl;
     if (qstrcmp(name, QVideoDeviceSelectorControl_iid) == 0)
@@ -97,5 +100,7 @@ QMediaControl *CameraService::requestDeviceControl(const char *name) const
 /*! Takes a renderer control's surface off and deletes the control; the others stay as they are. */
 void CameraService::releaseControl(QMediaControl *control)
 {
-    delete qobject_cast<RendererControl *>(control);
+    // Only they are children of the service.
+    if (control && control->parent() == this)
+        delete control;
 }

@@ -5,9 +5,12 @@
 #include "deviceselectorcontrol.h"
 
 /*!
+    \class DeviceSelectorControl
+
     The list is the one at construction until a device comes or goes; devicesChanged() then says
     that it is a new one. The default device is selected at first, or when there is a first one.
 */
+
 DeviceSelectorControl::DeviceSelectorControl(QObject *parent)
     : QVideoDeviceSelectorControl(parent),
       m_names(m_devices.names()),

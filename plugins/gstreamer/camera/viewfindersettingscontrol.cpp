@@ -6,6 +6,12 @@
 
 #include "camerasession.h"
 
+/*!
+    \class ViewfinderSettingsControl
+
+    Hands the settings on to the session, which applies them.
+*/
+
 /*! \a session is borrowed and must outlive the control. */
 ViewfinderSettingsControl::ViewfinderSettingsControl(CameraSession *session, QObject *parent)
     : QCameraViewfinderSettingsControl2(parent), m_session(session)

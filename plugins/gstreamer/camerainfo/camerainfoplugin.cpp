@@ -9,6 +9,8 @@
 #include <private/qmediapluginloader_p.h>
 
 /*!
+    \class CameraInfoPlugin
+
     The provider asks for positions and orientations only plugins that stand under Qt's camera key.
     This one stands there and answers for the cameras of the GStreamer backend. It doesn't make
     services, and it lists no devices, as these would turn up among the cameras of QCamera.
@@ -16,6 +18,7 @@
     A plugin that lists none is asked about every camera, so it hands on what is asked about those
     of others.
 */
+
 CameraInfoPlugin::CameraInfoPlugin(QObject *parent) : QObject(parent) { }
 
 QCamera::Position CameraInfoPlugin::cameraPosition(const QByteArray &device) const

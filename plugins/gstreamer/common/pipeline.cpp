@@ -110,11 +110,26 @@ GstElementPointer Pipeline::parse(const QByteArray &description, QString *errorT
 }
 
 /*!
+    Replaces the present pipeline by the one that \a description spells out. On failure there is none,
+    and errorReported() has been emitted by the time this returns false.
+*/
+bool Pipeline::build(const QByteArray &description)
+{
+    QString errorText;
+    adopt(parse(description, &errorText));
+    if (m_pipeline)
+        return true;
+    handleReport({true, ResourceError, errorText});
+    return false;
+}
+
+/*!
     Replaces the present pipeline, which is stopped first, with \a pipeline, which must not run yet.
 */
 void Pipeline::adopt(GstElementPointer pipeline)
 {
     takeDown(GST_STATE_NULL);
+    beginRun();
     m_pipeline = std::move(pipeline);
     if (!m_pipeline)
         return;

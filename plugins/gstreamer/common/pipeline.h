@@ -26,6 +26,7 @@ public:
 
     static GstElementPointer parse(const QByteArray &description, QString *errorText);
 
+    bool build(const QByteArray &description);
     void adopt(GstElementPointer pipeline);
     bool takeDown(GstState state, const std::shared_ptr<void> &companion = nullptr);
     void awaitThoseLetGo(std::size_t most);

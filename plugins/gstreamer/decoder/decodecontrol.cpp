@@ -247,11 +247,7 @@ bool DecodeControl::load(const QVideoEncoderSettings &settings)
 bool DecodeControl::build()
 {
     m_isOverrun = false;
-    const QString errorText = m_decoder.build();
-    if (errorText.isEmpty())
-        return true;
-    abandon(QFLDecoder::ResourceError, errorText);
-    return false;
+    return m_decoder.build();
 }
 
 /*! Begins anew at the next key frame, with nothing left of what the decoder held. */

@@ -5,47 +5,41 @@
 #include "decoderservice.h"
 
 #include "decodecontrol.h"
-#include "renderercontrol.h"
-#include "surfacegroup.h"
+#include "surfacecontrol.h"
+
+#include <QtMultimedia/qvideorenderercontrol.h>
 
 /*!
     \class DecoderService
 
-    Owns one decode control and one renderer control for its whole life. Every request gives the
-    same object; when as many releases as requests were made, the run ends or the surface is let
-    go.
+    There is one control of each kind, which the service owns, and which serves whoever requests it.
 */
 
+// In the order in which they need each other: the last is destroyed first.
+struct DecoderService::Parts
+{
+    SurfaceGroup surfaces;
+    SurfaceControl<QVideoRendererControl> rendererControl {&surfaces};
+    DecodeControl decodeControl {&surfaces};
+};
+
 DecoderService::DecoderService(QObject *parent)
-    : QMediaService(parent),
-      m_surfaces(std::make_unique<SurfaceGroup>()),
-      m_rendererControl(std::make_unique<RendererControl>(m_surfaces.get())),
-      m_decodeControl(std::make_unique<DecodeControl>(m_surfaces.get()))
+    : QMediaService(parent), m_parts(std::make_unique<Parts>())
 {
 }
 
+/*! Ends a run, and takes the surface off. */
 DecoderService::~DecoderService() = default;
 
-/*! Null for an identifier other than those of the two controls. */
+/*! Null for a control that the service doesn't have. */
 QMediaControl *DecoderService::requestControl(const char *name)
 {
-    if (qstrcmp(name, QFLDecodeControl_iid) == 0) {
-        ++m_decodeRequests;
-        return m_decodeControl.get();
-    }
-    if (qstrcmp(name, QVideoRendererControl_iid) == 0) {
-        ++m_rendererRequests;
-        return m_rendererControl.get();
-    }
+    if (qstrcmp(name, QFLDecodeControl_iid) == 0)
+        return &m_parts->decodeControl;
+    if (qstrcmp(name, QVideoRendererControl_iid) == 0)
+        return &m_parts->rendererControl;
     return nullptr;
 }
 
-void DecoderService::releaseControl(QMediaControl *control)
-{
-    if (!control)
-        return;
-    if (control == m_decodeControl.get() && --m_decodeRequests == 0)
-        m_decodeControl->stop();
-    else if (control == m_rendererControl.get() && --m_rendererRequests == 0)
-        m_rendererControl->setSurface(nullptr);
-}
+/*! Does nothing: the controls stay until the service goes. */
+void DecoderService::releaseControl(QMediaControl *) { }

@@ -9,10 +9,6 @@
 
 #include <memory>
 
-class DecodeControl;
-class RendererControl;
-class SurfaceGroup;
-
 class DecoderService : public QMediaService
 {
     Q_OBJECT
@@ -25,12 +21,8 @@ public:
     void releaseControl(QMediaControl *control) override;
 
 private:
-    // In the order in which they need each other: the last is destroyed first.
-    std::unique_ptr<SurfaceGroup> m_surfaces;
-    std::unique_ptr<RendererControl> m_rendererControl;
-    std::unique_ptr<DecodeControl> m_decodeControl;
-    int m_rendererRequests = 0;
-    int m_decodeRequests = 0;
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
 };
 
 #endif

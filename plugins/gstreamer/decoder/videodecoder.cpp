@@ -155,18 +155,15 @@ void VideoDecoder::setDecoder(const CodecElement &decoder)
     m_heldBack.reset();
 }
 
-/*! Puts a fresh pipeline in the place of the present one. The text of the failure, or empty. */
-QString VideoDecoder::build()
+/*!
+    Puts a fresh pipeline in the place of the present one. Before this returns false, errorReported()
+    has been emitted.
+*/
+bool VideoDecoder::build()
 {
     reset();
-    if (!m_codec)
-        return tr("The codec %1 is not supported").arg(m_element.codec);
-    QString errorText;
-    GstElementPointer pipeline
-            = Pipeline::parse(description(*m_codec, m_element.factoryName), &errorText);
-    if (!pipeline)
-        return errorText;
-    m_pipeline.adopt(std::move(pipeline));
+    if (!m_pipeline.build(description(*m_codec, m_element.factoryName)))
+        return false;
     m_source = m_pipeline.element("source");
     m_sink = m_pipeline.element("sink");
     configureDecoder(m_pipeline.element("decoder").get());
@@ -174,7 +171,7 @@ QString VideoDecoder::build()
     const GstCapsPointer caps(gst_caps_from_string(m_codec->streamCaps));
     gst_app_src_set_caps(GST_APP_SRC(m_source.get()), caps.get());
     configureSink();
-    return QString();
+    return true;
 }
 
 /*! Starts decoding. Before this returns false, errorReported() has been emitted. */

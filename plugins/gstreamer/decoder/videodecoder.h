@@ -31,7 +31,7 @@ public:
     ~VideoDecoder() override;
 
     void setDecoder(const CodecElement &decoder);
-    QString build();
+    bool build();
     bool play();
     void reset();
 

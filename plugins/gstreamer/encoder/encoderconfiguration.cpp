@@ -109,6 +109,13 @@ QSize EncoderConfiguration::largestSize(const CodecElement &element)
 }
 
 /*!
+    \class EncoderConfiguration
+
+    An encoder's task: which element makes what of which frames. It doesn't change, but for the
+    element when that fails.
+*/
+
+/*!
     Works out how frames of \a format become a stream with \a settings. What the settings leave open
     (codec, size, frame rate, bit rate) follows from the frames; a rate of the frames that can't be
     true counts as unknown. When that can't be done error() is not NoError, and the other values

@@ -27,10 +27,14 @@ bool isInKilobits(GParamSpec *parameter)
 } // namespace
 
 /*!
-    Makes \a element, which is linked but doesn't run yet, return each frame before it is given the
-    next, with a key frame at regular intervals, so that a receiver that joins late gets a picture
-    without asking. Options that the application set are properties of the element and come last.
+    \class EncoderElement
+
+    Returns each frame before it is given the next, with a key frame at regular intervals, so that a
+    receiver that joins late gets a picture without asking. Options that the application set are
+    properties of the element and come last.
 */
+
+/*! Sets up \a element, which is linked but doesn't run yet. */
 EncoderElement::EncoderElement(GstElementPointer element, const EncoderConfiguration &configuration)
     : m_element(std::move(element)),
       m_traits(EncoderTraits::of(configuration.element().factoryName)),

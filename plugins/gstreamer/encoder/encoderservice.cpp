@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// The encoder service.
+// The media service of an encoder.
 
 #include "encoderservice.h"
 
@@ -9,38 +9,45 @@
 #include "encodedvideosourcecontrol.h"
 #include "encodersettingscontrol.h"
 
+/*!
+    \class EncoderService
+
+    There is one control of each kind, which the service owns, and which serves whoever requests it.
+*/
+
+// In the order in which they need each other: the last is destroyed first.
+struct EncoderService::Parts
+{
+    EncodeControl encodeControl;
+    EncoderSettingsControl settingsControl {&encodeControl};
+    EncodedVideoSourceControl sourceControl {&encodeControl};
+    CodecQueueControl queueControl {&encodeControl};
+};
+
 EncoderService::EncoderService(QObject *parent)
-    : QMediaService(parent),
-      m_encodeControl(new EncodeControl(this)),
-      m_settingsControl(new EncoderSettingsControl(m_encodeControl, this)),
-      m_sourceControl(new EncodedVideoSourceControl(m_encodeControl, this)),
-      m_queueControl(new CodecQueueControl(m_encodeControl, this))
+    : QMediaService(parent), m_parts(std::make_unique<Parts>())
 {
 }
 
 /*! Ends a run while all controls are still there, so that the sinks are stopped. */
 EncoderService::~EncoderService()
 {
-    m_encodeControl->stop();
+    m_parts->encodeControl.stop();
 }
 
 /*! Null for a control that the service doesn't have. */
 QMediaControl *EncoderService::requestControl(const char *name)
 {
-    const QByteArray identifier(name);
-    if (identifier == QFLEncodeControl_iid)
-        return m_encodeControl;
-    if (identifier == QVideoEncoderSettingsControl_iid)
-        return m_settingsControl;
-    if (identifier == QFLEncodedVideoSourceControl_iid)
-        return m_sourceControl;
-    if (identifier == QFLCodecQueueControl_iid)
-        return m_queueControl;
+    if (qstrcmp(name, QFLEncodeControl_iid) == 0)
+        return &m_parts->encodeControl;
+    if (qstrcmp(name, QVideoEncoderSettingsControl_iid) == 0)
+        return &m_parts->settingsControl;
+    if (qstrcmp(name, QFLEncodedVideoSourceControl_iid) == 0)
+        return &m_parts->sourceControl;
+    if (qstrcmp(name, QFLCodecQueueControl_iid) == 0)
+        return &m_parts->queueControl;
     return nullptr;
 }
 
-/*!
-    The controls belong to the service and serve whoever requests them, several at a time; they stay
-    until the service goes.
-*/
+/*! Does nothing: the controls stay until the service goes. */
 void EncoderService::releaseControl(QMediaControl *) { }

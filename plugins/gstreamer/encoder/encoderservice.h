@@ -1,16 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Qt FaceLink authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// The encoder service.
+// The media service of an encoder.
 
 #ifndef ENCODERSERVICE_H
 #define ENCODERSERVICE_H
 
 #include <QtMultimedia/qmediaservice.h>
 
-class CodecQueueControl;
-class EncodeControl;
-class EncodedVideoSourceControl;
-class EncoderSettingsControl;
+#include <memory>
 
 class EncoderService : public QMediaService
 {
@@ -24,10 +21,8 @@ public:
     void releaseControl(QMediaControl *control) override;
 
 private:
-    EncodeControl *m_encodeControl;
-    EncoderSettingsControl *m_settingsControl;
-    EncodedVideoSourceControl *m_sourceControl;
-    CodecQueueControl *m_queueControl;
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
 };
 
 #endif

@@ -7,7 +7,13 @@
 #include "codecelements.h"
 #include "encodecontrol.h"
 
-/*! Works on \a encodeControl, which must outlive this control. */
+/*!
+    \class EncoderSettingsControl
+
+    Holds the settings in the encode control, which applies them.
+*/
+
+/*! \a encodeControl is borrowed and must outlive the control. */
 EncoderSettingsControl::EncoderSettingsControl(EncodeControl *encodeControl, QObject *parent)
     : QVideoEncoderSettingsControl(parent), m_encodeControl(encodeControl)
 {

@@ -126,7 +126,7 @@ bool VideoEncoder::start(const EncoderConfiguration &configuration)
 {
     stop();
     m_pipeline.awaitThoseLetGo(mostLetGo);
-    if (!build(configuration))
+    if (!m_pipeline.build(description(configuration)))
         return false;
     setUp(configuration);
     if (play())
@@ -216,18 +216,6 @@ int VideoEncoder::undelivered() const
 const FrameTally &VideoEncoder::tally() const
 {
     return m_tally;
-}
-
-bool VideoEncoder::build(const EncoderConfiguration &configuration)
-{
-    QString errorText;
-    GstElementPointer pipeline = Pipeline::parse(description(configuration), &errorText);
-    if (!pipeline) {
-        Q_EMIT errorReported(Pipeline::ResourceError, errorText);
-        return false;
-    }
-    m_pipeline.adopt(std::move(pipeline));
-    return true;
 }
 
 void VideoEncoder::setUp(const EncoderConfiguration &configuration)

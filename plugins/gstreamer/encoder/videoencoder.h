@@ -48,7 +48,6 @@ private:
         GstClockTime time = 0;
     };
 
-    bool build(const EncoderConfiguration &configuration);
     void setUp(const EncoderConfiguration &configuration);
     bool play();
 

@@ -7,9 +7,13 @@
 #include "opendevice.h"
 
 /*!
-    Translates the menu setting \a id of \a device, which is borrowed. Where several \a choices have
-    the same value or the same device value, the first one that the device has counts.
+    \class DeviceMenu
+
+    Translates a menu setting of a device. Where several choices have the same value or the same
+    device value, the first one that the device has counts.
 */
+
+/*! The setting \a id of \a device, which is borrowed, with its \a choices. */
 DeviceMenu::DeviceMenu(OpenDevice *device, quint32 id, const QVector<Choice> &choices)
     : m_device(device), m_id(id), m_choices(choices)
 {

@@ -9,6 +9,12 @@
 #include <algorithm>
 #include <cmath>
 
+/*!
+    \class DeviceNumber
+
+    Translates a setting of a device that is a number.
+*/
+
 /*! The setting \a id of \a device, which is borrowed, is \a scale times the quantity. */
 DeviceNumber::DeviceNumber(OpenDevice *device, quint32 id, int scale)
     : m_device(device), m_id(id), m_scale(scale)

@@ -9,11 +9,14 @@
 #include <linux/v4l2-controls.h>
 
 /*!
+    \class FlashControl
+
     Drives the lamp of the open Video4Linux device; the video light burns until it is switched off
     or the camera is unloaded. The control is there for every camera, because it is requested before
-    the device is chosen; it supports no mode without a lamp. \a device is borrowed and must outlive
-    the control.
+    the device is chosen; it supports no mode without a lamp.
 */
+
+/*! \a device is borrowed and must outlive the control. */
 FlashControl::FlashControl(OpenDevice *device, QObject *parent)
     : QCameraFlashControl(parent),
       m_device(device),

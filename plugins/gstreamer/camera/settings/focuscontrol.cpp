@@ -9,14 +9,17 @@
 #include <linux/v4l2-controls.h>
 
 /*!
+    \class FocusControl
+
     Continuous focus is what a Video4Linux device calls automatic; automatic focus is the single run
     that some devices can be told to make. Manual focus keeps the lens where it is.
 
     The control is there for every camera, because it is requested before the device is chosen. One
     that supports no mode, as it is while the camera is unloaded, has a fixed focus, which Qt counts
-    as manual. The device chooses the point by itself. \a device is borrowed and must outlive the
-    control.
+    as manual. The device chooses the point by itself.
 */
+
+/*! \a device is borrowed and must outlive the control. */
 FocusControl::FocusControl(OpenDevice *device, QObject *parent)
     : QCameraFocusControl(parent), m_device(device)
 {

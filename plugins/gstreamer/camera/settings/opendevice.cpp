@@ -5,12 +5,15 @@
 #include "opendevice.h"
 
 /*!
+    \class OpenDevice
+
     Lasts as long as the camera service, while devices come and go. Without an open device, or with
     one that has no settings, every range and value is none and every setting is refused.
 
     aboutToClose() is emitted while the settings can still be changed, changed() when there are
     others, or none.
 */
+
 OpenDevice::OpenDevice(QObject *parent) : QObject(parent) { }
 
 OpenDevice::~OpenDevice() = default;

@@ -12,6 +12,12 @@
 #include <unistd.h>
 
 /*!
+    \class Video4LinuxSettings
+
+    Asks the driver of a Video4Linux device each time, and remembers nothing.
+*/
+
+/*!
     Opens the device file \a path for itself: a driver lets others set values while one streams. A
     device that can't be opened has no settings.
 */

@@ -18,14 +18,17 @@ const qreal maximumDigital = 4;
 } // namespace
 
 /*!
+    \class ZoomControl
+
     Digital zoom works with every camera, at any time, and stays over stops and other devices. Its
     pictures have the size of those that aren't magnified.
 
     Optical zoom is that of the open Video4Linux device: 1 stands for its shortest focal length. It
     is 1 at most while the camera is unloaded or if the device has no zoom lens. What is asked for
-    is kept within the possible at once, so that it is what is requested. \a session is borrowed and
-    must outlive the control.
+    is kept within the possible at once, so that it is what is requested.
 */
+
+/*! \a session is borrowed and must outlive the control. */
 ZoomControl::ZoomControl(CameraSession *session, QObject *parent)
     : QCameraZoomControl(parent), m_session(session), m_device(session->device())
 {

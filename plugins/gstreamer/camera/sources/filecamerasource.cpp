@@ -43,8 +43,12 @@ gint selectStream(GstElement *, GstStreamCollection *collection, GstStream *stre
 } // namespace
 
 /*!
-    Plays the first video stream of the file \a path, without its sound, at the file's own pace.
+    \class FileCameraSource
+
+    Plays the first video stream of a file over and over, without its sound, at the file's own pace.
 */
+
+/*! \a path is that of the file. */
 FileCameraSource::FileCameraSource(const QString &path) : m_path(path) { }
 
 CameraFailure FileCameraSource::open()

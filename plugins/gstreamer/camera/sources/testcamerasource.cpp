@@ -7,6 +7,12 @@
 #include "cameradevices.h"
 #include "capturesettings.h"
 
+/*!
+    \class TestCameraSource
+
+    Works on every machine, and needs nothing but GStreamer.
+*/
+
 CameraFailure TestCameraSource::open()
 {
     return {};

@@ -44,6 +44,13 @@ QString description(const CameraMode &mode, const QCameraViewfinderSettings &set
 
 } // namespace
 
+/*!
+    \class Video4LinuxCameraSource
+
+    Knows a device by where it is plugged in, and chooses the mode of it that fits what is asked
+    for.
+*/
+
 /*! \a port is where the device is plugged in, as Video4LinuxDevices names it. */
 Video4LinuxCameraSource::Video4LinuxCameraSource(const QByteArray &port) : m_port(port) { }
 
