@@ -56,6 +56,12 @@ SurfaceFeed::Outcome SurfaceFeed::present(const QVideoFrame &frame,
     return isOn() && m_surface && m_isStarted ? show(frame) : failure;
 }
 
+/*! After a failure: the surface isn't started again until the format of the pictures changes. */
+void SurfaceFeed::giveUp()
+{
+    m_nextStart = QDeadlineTimer(QDeadlineTimer::Forever);
+}
+
 /*! The surface stays, and is started again with the next picture. It isn't called any more. */
 void SurfaceFeed::stop()
 {

@@ -22,6 +22,7 @@ public:
 
     QAbstractVideoSurface *surface() const;
     Outcome present(const QVideoFrame &frame, const QVideoSurfaceFormat &format);
+    void giveUp();
     void stop();
 
 private:

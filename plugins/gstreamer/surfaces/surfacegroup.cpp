@@ -4,6 +4,8 @@
 
 #include "surfacegroup.h"
 
+#include <qflrawvideosourcecontrol.h>
+
 #include <algorithm>
 
 /*!
@@ -24,7 +26,9 @@
     \fn void SurfaceGroup::failed(SurfaceFeed::Outcome failure, const QString &text)
 
     A surface doesn't show the pictures, for the reason in \a text. Others go on, and so does this
-    one when it can; see SurfaceFeed for when that is tried, and when told again.
+    one when it can; see SurfaceFeed for when that is tried, and when told again. Nothing is told of
+    a surface that stands on a raw video source control, and it isn't tried again: the encoder behind
+    it tells what is wrong.
 */
 
 SurfaceGroup::SurfaceGroup(QObject *parent) : QObject(parent) { }
@@ -83,7 +87,7 @@ void SurfaceGroup::present(const QVideoFrame &frame, const QVideoSurfaceFormat &
             continue;
         const SurfaceFeed::Outcome outcome = feed->present(frame, format);
         if (isAlive())
-            handleOutcome(outcome, format.frameSize());
+            handleOutcome(feed, outcome, format.frameSize());
     }
     if (isAlive())
         m_conversions.releaseFrames();
@@ -143,25 +147,35 @@ void SurfaceGroup::removeUnused()
         feed->stop();
 }
 
-void SurfaceGroup::handleOutcome(SurfaceFeed::Outcome outcome, const QSize &size)
+bool SurfaceGroup::isOfEncoder(QAbstractVideoSurface *surface) const
 {
-    switch (outcome) {
-    case SurfaceFeed::Nothing:
-        break;
-    case SurfaceFeed::Presented:
+    const QList<const QObject *> controls = m_surfaces.keys(surface);
+    return std::any_of(controls.begin(), controls.end(), [](const QObject *control) {
+        return qobject_cast<const QFLRawVideoSourceControl *>(control);
+    });
+}
+
+// An encoder tells by itself why it doesn't start, and would tell it again each time.
+void SurfaceGroup::handleOutcome(const FeedPointer &feed, SurfaceFeed::Outcome outcome,
+                                 const QSize &size)
+{
+    if (outcome == SurfaceFeed::Presented)
         ++m_counts.presented;
-        break;
-    case SurfaceFeed::NoCommonFormat:
-        Q_EMIT failed(outcome, tr("The video surface takes none of the available pixel formats"));
-        break;
-    case SurfaceFeed::StartRefused:
-        Q_EMIT failed(outcome,
+    else if (outcome != SurfaceFeed::Nothing && isOfEncoder(feed->surface()))
+        feed->giveUp();
+    else if (outcome != SurfaceFeed::Nothing)
+        report(outcome, size);
+}
+
+void SurfaceGroup::report(SurfaceFeed::Outcome failure, const QSize &size)
+{
+    if (failure == SurfaceFeed::NoCommonFormat)
+        Q_EMIT failed(failure, tr("The video surface takes none of the available pixel formats"));
+    else if (failure == SurfaceFeed::StartRefused)
+        Q_EMIT failed(failure,
                       tr("The video surface doesn't start with pictures of %1x%2")
                               .arg(size.width())
                               .arg(size.height()));
-        break;
-    case SurfaceFeed::StoppedItself:
-        Q_EMIT failed(outcome, tr("The video surface has stopped showing pictures"));
-        break;
-    }
+    else
+        Q_EMIT failed(failure, tr("The video surface has stopped showing pictures"));
 }

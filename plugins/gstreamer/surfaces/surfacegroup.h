@@ -48,7 +48,9 @@ private:
     void add(QAbstractVideoSurface *surface);
     bool isInUse(const QAbstractVideoSurface *surface) const;
     void removeUnused();
-    void handleOutcome(SurfaceFeed::Outcome outcome, const QSize &size);
+    bool isOfEncoder(QAbstractVideoSurface *surface) const;
+    void handleOutcome(const FeedPointer &feed, SurfaceFeed::Outcome outcome, const QSize &size);
+    void report(SurfaceFeed::Outcome failure, const QSize &size);
 
     QMap<const QObject *, QPointer<QAbstractVideoSurface>> m_surfaces;
     SharedConversions m_conversions;

@@ -427,7 +427,11 @@ private Q_SLOTS:
         surface.answer = QTest::currentDataTag();
         auto *renderer = camera.service.requestControl<QVideoRendererControl *>();
         renderer->setSurface(&surface);
-        camera.source->setSurface(&other);
+        camera.service.requestControl<QVideoRendererControl *>()->setSurface(&other);
+        // An encoder tells itself why it doesn't start, and isn't asked each second.
+        RecordingSurface encoder;
+        encoder.answer = "start";
+        camera.source->setSurface(&encoder);
         camera.control->setState(QCamera::ActiveState);
         QTRY_VERIFY(other.frames.size() >= 10);
         QCOMPARE(camera.errors.size(), failures);
@@ -440,6 +444,7 @@ private Q_SLOTS:
         QTRY_VERIFY(camera.errors.size() == (isUsable ? failures + 1 : failures));
         QCOMPARE(camera.control->status(), QCamera::ActiveStatus);
         QCOMPARE(other.startsAndStops(), QPoint(1, 0));
+        QCOMPARE(encoder.startsAndStops(), QPoint(1, 0));
         QCOMPARE(camera.errors.first().first().toInt(), int(QCamera::CameraError));
         QVERIFY(camera.errors.first().last().toString().contains(errorText));
     }
