@@ -144,6 +144,14 @@ void Pipeline::adopt(GstElementPointer pipeline)
                              GatedCall<void(GstMessage *)>::destroy);
 }
 
+/*! A barrier: nothing is called by the present pipeline any more once this has returned. */
+void Pipeline::closeGates()
+{
+    for (const std::shared_ptr<Gate> &gate : m_gates)
+        gate->close();
+    m_gates.clear();
+}
+
 /*!
     Takes the pipeline down to \a state; there is none any more when that is GST_STATE_NULL. Nothing
     is called or emitted by it from then on.
@@ -284,13 +292,6 @@ template<typename Function> gpointer Pipeline::gated(const std::function<Functio
 {
     m_gates.push_back(std::make_shared<Gate>());
     return new GatedCall<Function> {m_gates.back(), function};
-}
-
-void Pipeline::closeGates()
-{
-    for (const std::shared_ptr<Gate> &gate : m_gates)
-        gate->close();
-    m_gates.clear();
 }
 
 /*! Runs on whatever thread posts the message, so it only has the message read. */

@@ -28,6 +28,7 @@ public:
 
     bool build(const QByteArray &description);
     void adopt(GstElementPointer pipeline);
+    void closeGates();
     bool takeDown(GstState state, const std::shared_ptr<void> &companion = nullptr);
     void awaitThoseLetGo(std::size_t most);
 
@@ -52,7 +53,6 @@ private:
     };
 
     template<typename Function> gpointer gated(const std::function<Function> &function);
-    void closeGates();
     static GstBusSyncReply handleMessage(GstBus *bus, GstMessage *message, gpointer call);
     static Report readError(GstMessage *message);
     void release();

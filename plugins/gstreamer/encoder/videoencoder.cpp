@@ -142,6 +142,8 @@ bool VideoEncoder::start(const EncoderConfiguration &configuration)
 void VideoEncoder::stop()
 {
     m_run.begin();
+    // First, so that no frame comes out that the input has counted as dropped.
+    m_pipeline.closeGates();
     m_input.close();
     m_pipeline.takeDown(GST_STATE_NULL, std::exchange(m_element, nullptr));
     dropFrames();
