@@ -4,17 +4,20 @@
 
 #include "encodedvideosourcecontrol.h"
 
-#include "encodecontrol.h"
-#include "logging.h"
 #include "qflencodedvideosink.h"
+#include "streamingencodecontrol.h"
 
 #include <QtCore/qelapsedtimer.h>
-#include <QtCore/qpointer.h>
+#include <QtCore/qloggingcategory.h>
 
 #include <algorithm>
 
+Q_LOGGING_CATEGORY(lcFaceLinkSinks, "facelink.sinks", QtWarningMsg)
+
 /*!
-    Follows the runs of \a encodeControl, which must outlive this control: its sinks are started,
+    \class EncodedVideoSourceControl
+
+    Follows the runs of an encode control, which must outlive this control: its sinks are started,
     drained and stopped with it, and get its frames in order. Everything happens in the thread of
     the encode control. From within any call, a sink may link or remove itself or others, start or
     stop the encoder, and delete the service. A sink that is destroyed is dropped.
@@ -25,16 +28,19 @@
     frames up to the next regular key frame; so the others are late by one of its calls at most. A
     sink that is slow on its own gets all frames, and encode() refuses as many as it can't take.
 */
-EncodedVideoSourceControl::EncodedVideoSourceControl(EncodeControl *encodeControl, QObject *parent)
+
+/*! \a encodeControl is borrowed. */
+EncodedVideoSourceControl::EncodedVideoSourceControl(StreamingEncodeControl *encodeControl,
+                                                     QObject *parent)
     : QFLEncodedVideoSourceControl(parent), m_encodeControl(encodeControl)
 {
-    connect(encodeControl, &EncodeControl::streamStarted, this,
+    connect(encodeControl, &StreamingEncodeControl::streamStarted, this,
             &EncodedVideoSourceControl::startSinks);
-    connect(encodeControl, &EncodeControl::streamDrained, this,
+    connect(encodeControl, &StreamingEncodeControl::streamDrained, this,
             &EncodedVideoSourceControl::drainSinks);
-    connect(encodeControl, &EncodeControl::streamStopped, this,
+    connect(encodeControl, &StreamingEncodeControl::streamStopped, this,
             &EncodedVideoSourceControl::stopSinks);
-    connect(encodeControl, &EncodeControl::encodedVideoFrame, this,
+    connect(encodeControl, &StreamingEncodeControl::encodedVideoFrame, this,
             &EncodedVideoSourceControl::deliver);
 }
 
@@ -58,9 +64,9 @@ bool EncodedVideoSourceControl::addSink(QFLSink *sink)
     m_sinks.append({videoSink, sink});
     if (m_encodeControl->status() != QFLEncoder::StartedStatus)
         return true;
-    const QPointer<EncodedVideoSourceControl> self(this);
+    const Run::Watch isHere = m_run.watchOwner();
     const bool isTaken = startSink(videoSink, m_encodeControl->streamSettings());
-    if (!self || !find(videoSink))
+    if (!isHere() || !find(videoSink))
         return false;
     if (!isTaken) {
         removeSink(sink);
@@ -102,7 +108,7 @@ void EncodedVideoSourceControl::dropDestroyedSinks()
     if (end == m_sinks.end())
         return;
     m_sinks.erase(end, m_sinks.end());
-    qCWarning(lcFaceLinkGStreamer, "A sink was destroyed that had not been unlinked");
+    qCWarning(lcFaceLinkSinks, "A sink was destroyed that had not been unlinked");
 }
 
 QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::receivers()
@@ -123,16 +129,16 @@ QVector<QFLEncodedVideoSink *> EncodedVideoSourceControl::receivers()
 bool EncodedVideoSourceControl::startSink(QFLEncodedVideoSink *sink,
                                           const QVideoEncoderSettings &settings)
 {
-    const QPointer<EncodedVideoSourceControl> self(this);
+    const Run::Watch isHere = m_run.watchOwner();
     const bool isSupported = sink->isFormatSupported(settings);
-    LinkedSink *linked = self ? find(sink) : nullptr;
+    LinkedSink *linked = isHere() ? find(sink) : nullptr;
     if (!isSupported || !linked)
         return isSupported;
     linked->state = Starting;
     linked->awaitsKeyFrame = true;
     linked->isSlow = false;
     const bool isStarted = sink->start(settings);
-    linked = self ? find(sink) : nullptr;
+    linked = isHere() ? find(sink) : nullptr;
     if (!linked || linked->state != Starting)
         return true;
     linked->state = isStarted ? Started : Stopped;
@@ -141,13 +147,14 @@ bool EncodedVideoSourceControl::startSink(QFLEncodedVideoSink *sink,
 
 void EncodedVideoSourceControl::startSinks(const QVideoEncoderSettings &settings)
 {
-    const int run = ++m_run;
-    const QPointer<EncodedVideoSourceControl> self(this);
+    m_run.begin();
+    const Run::Watch isOn = m_run.watch();
+    const Run::Watch isHere = m_run.watchOwner();
     const QVector<LinkedSink> sinks = m_sinks;
     for (const LinkedSink &linked : sinks) {
         // Those that joined when the status changed have been started.
-        const LinkedSink *present = self && run == m_run ? find(linked.sink) : nullptr;
-        if (present && present->state == Stopped && !startSink(linked.sink, settings) && self)
+        const LinkedSink *present = isOn() ? find(linked.sink) : nullptr;
+        if (present && present->state == Stopped && !startSink(linked.sink, settings) && isHere())
             reportRefusal(settings);
     }
 }
@@ -163,11 +170,10 @@ void EncodedVideoSourceControl::reportRefusal(const QVideoEncoderSettings &setti
 
 void EncodedVideoSourceControl::drainSinks()
 {
-    const int run = m_run;
-    const QPointer<EncodedVideoSourceControl> self(this);
+    const Run::Watch isOn = m_run.watch();
     const QVector<QFLEncodedVideoSink *> sinks = receivers();
     for (QFLEncodedVideoSink *sink : sinks) {
-        LinkedSink *linked = self && run == m_run ? find(sink) : nullptr;
+        LinkedSink *linked = isOn() ? find(sink) : nullptr;
         if (!linked || linked->state != Started)
             continue;
         linked->state = Drained;
@@ -178,11 +184,11 @@ void EncodedVideoSourceControl::drainSinks()
 
 void EncodedVideoSourceControl::stopSinks()
 {
-    ++m_run;
-    const QPointer<EncodedVideoSourceControl> self(this);
+    m_run.begin();
+    const Run::Watch isHere = m_run.watchOwner();
     const QVector<QFLEncodedVideoSink *> sinks = receivers();
     for (QFLEncodedVideoSink *sink : sinks) {
-        LinkedSink *linked = self ? find(sink) : nullptr;
+        LinkedSink *linked = isHere() ? find(sink) : nullptr;
         if (!linked || linked->state == Stopped)
             continue;
         linked->state = Stopped;
@@ -192,11 +198,10 @@ void EncodedVideoSourceControl::stopSinks()
 
 void EncodedVideoSourceControl::deliver(const QFLEncodedVideoFrame &frame)
 {
-    const int run = m_run;
-    const QPointer<EncodedVideoSourceControl> self(this);
+    const Run::Watch isOn = m_run.watch();
     const QVector<QFLEncodedVideoSink *> sinks = receivers();
     for (QFLEncodedVideoSink *sink : sinks) {
-        if (self && run == m_run)
+        if (isOn())
             deliverTo(sink, frame);
     }
 }
@@ -204,32 +209,37 @@ void EncodedVideoSourceControl::deliver(const QFLEncodedVideoFrame &frame)
 void EncodedVideoSourceControl::deliverTo(QFLEncodedVideoSink *sink,
                                           const QFLEncodedVideoFrame &frame)
 {
-    const QPointer<EncodedVideoSourceControl> self(this);
+    const Run::Watch isHere = m_run.watchOwner();
     if (!prepare(sink, frame.meta().type == QFLEncodedVideoFrame::Type_Key))
         return;
     QElapsedTimer timer;
     timer.start();
     const bool isTaken = sink->encodedVideoFrame(frame);
-    if (self)
+    if (isHere())
         handleDelivery(sink, isTaken, timer.nsecsElapsed());
+}
+
+void EncodedVideoSourceControl::restartSink(QFLEncodedVideoSink *sink)
+{
+    const Run::Watch isHere = m_run.watchOwner();
+    const QVideoEncoderSettings settings = m_encodeControl->streamSettings();
+    const LinkedSink *linked = find(sink);
+    if (linked && linked->state == Stopped && !startSink(sink, settings) && isHere())
+        reportRefusal(settings);
 }
 
 // True if the frame is for the sink. To a drained sink, frames that follow are a stream of their
 // own.
 bool EncodedVideoSourceControl::prepare(QFLEncodedVideoSink *sink, bool isKeyFrame)
 {
-    const int run = m_run;
-    const QPointer<EncodedVideoSourceControl> self(this);
+    const Run::Watch isOn = m_run.watch();
     LinkedSink *linked = find(sink);
     if (linked && linked->state == Drained && isKeyFrame) {
         linked->state = Stopped;
         sink->stop();
-        linked = self && run == m_run ? find(sink) : nullptr;
-        const QVideoEncoderSettings settings
-                = self ? m_encodeControl->streamSettings() : QVideoEncoderSettings();
-        if (linked && linked->state == Stopped && !startSink(sink, settings) && self)
-            reportRefusal(settings);
-        linked = self && run == m_run ? find(sink) : nullptr;
+        if (isOn())
+            restartSink(sink);
+        linked = isOn() ? find(sink) : nullptr;
     }
     if (!linked || linked->state != Started || (linked->awaitsKeyFrame && !isKeyFrame))
         return false;
@@ -250,6 +260,6 @@ void EncodedVideoSourceControl::handleDelivery(QFLEncodedVideoSink *sink, bool i
         m_encodeControl->requestKeyFrame();
     } else if (linked->isSlow && m_sinks.size() > 1 && m_encodeControl->undelivered() > 1) {
         linked->awaitsKeyFrame = true;
-        qCInfo(lcFaceLinkGStreamer, "A slow sink misses frames until the next key frame");
+        qCInfo(lcFaceLinkSinks, "A slow sink misses frames until the next key frame");
     }
 }

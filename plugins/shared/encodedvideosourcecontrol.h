@@ -8,19 +8,21 @@
 #include "qflencodedvideoframe.h"
 #include "qflencodedvideosourcecontrol.h"
 #include "qflsinkpointer.h"
+#include "run.h"
 
 #include <QtCore/qvector.h>
 #include <QtMultimedia/qmediaencodersettings.h>
 
-class EncodeControl;
 class QFLEncodedVideoSink;
+class StreamingEncodeControl;
 
 class EncodedVideoSourceControl : public QFLEncodedVideoSourceControl
 {
     Q_OBJECT
 
 public:
-    explicit EncodedVideoSourceControl(EncodeControl *encodeControl, QObject *parent = nullptr);
+    explicit EncodedVideoSourceControl(StreamingEncodeControl *encodeControl,
+                                       QObject *parent = nullptr);
     ~EncodedVideoSourceControl() override;
 
     bool addSink(QFLSink *sink) override;
@@ -43,6 +45,7 @@ private:
     void dropDestroyedSinks();
 
     bool startSink(QFLEncodedVideoSink *sink, const QVideoEncoderSettings &settings);
+    void restartSink(QFLEncodedVideoSink *sink);
     void startSinks(const QVideoEncoderSettings &settings);
     void reportRefusal(const QVideoEncoderSettings &settings);
     void drainSinks();
@@ -53,8 +56,8 @@ private:
     bool prepare(QFLEncodedVideoSink *sink, bool isKeyFrame);
     void handleDelivery(QFLEncodedVideoSink *sink, bool isTaken, qint64 nanoseconds);
 
-    EncodeControl *m_encodeControl;
-    int m_run = 0;
+    StreamingEncodeControl *m_encodeControl;
+    Run m_run;
     QVector<LinkedSink> m_sinks;
 };
 
