@@ -272,6 +272,16 @@ private slots:
         COMPARE_LOG("c.cameralocks lock 4, one 4 1 0, one 4 2 1");
         world.camera.unlock(QCamera::LockFocus | QCamera::LockWhiteBalance);
         COMPARE_LOG("c.cameralocks unlock 4, all 0 1");
+
+        // A lock that is given up as soon as it is reached is not announced any more.
+        world.locks->onRequest = [] {};
+        world.locks->report(4, 1, 0);
+        world.camera.searchAndLock(QCamera::LockFocus);
+        FakeLog::take();
+        callOnce([&] { world.camera.unlock(); });
+        QCOMPARE(report(4, 2, 1),
+                 QByteArray("all 2 1, c.cameralocks unlock 4, all 0 1, one 4 2 1"));
+
         world.locks->supported |= QCamera::LockWhiteBalance;
         world.locks->report(2, 1, 0);
         world.camera.searchAndLock();

@@ -148,6 +148,13 @@ private slots:
         COMPARE_LOG("c.cameraviewfindersettings 3 double");
         QVERIFY(camera.supportedViewfinderSettings().isEmpty());
         QVERIFY(camera.supportedViewfinderResolutions().isEmpty());
+
+        control->unsupported.clear();
+        QScopedPointer<QFLCamera> deleted(new QFLCamera);
+        callOnce([&] { deleted.reset(); });
+        FakeLog::take();
+        deleted->setViewfinderSettings(make({6, 4}, 0, 30));
+        COMPARE_LOG("c.cameraviewfindersettings 0 QSize, c-cameraviewfindersettings, p-c");
     }
 };
 
