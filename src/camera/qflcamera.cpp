@@ -627,7 +627,8 @@ QCameraImageProcessing *QFLCamera::imageProcessing() const
 
 /*!
     Shows the camera's pictures on \a surface, which is not owned and may be destroyed first; null
-    shows them nowhere. It may be changed in every state, also from within the surface's own start()
+    shows them nowhere. The surface lives in the camera's thread; a backend may call its start(),
+    present() and stop() on a thread of its own, which the GStreamer backend doesn't. It may be changed in every state, also from within the surface's own start()
     and stop(). A camera without a renderer control keeps
     the surface and shows nothing, which no signal reports.
 */

@@ -131,8 +131,9 @@ QCamera::Position QFLCameraInfo::position() const
 }
 
 /*!
-    Returns the orientation of the sensor in degrees clockwise, as the backend reports it; 0 if no
-    backend knows.
+    Returns by how many degrees, clockwise and in steps of 90, the sensor's top is turned against the
+    top of the display in its natural orientation, as the backend reports it; pictures are upright
+    there when they are rotated as far anticlockwise. 0 if no backend knows.
 */
 int QFLCameraInfo::orientation() const
 {

@@ -49,7 +49,7 @@ template<typename T> bool registerUnderBothNames(const char *plainName)
 
     \value Type_Invalid There is no frame.
     \value Type_Key A frame at which decoding can start.
-    \value Type_Intra Every other frame.
+    \value Type_Intra Any frame that is not a key frame.
 */
 
 /*!

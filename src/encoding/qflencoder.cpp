@@ -478,7 +478,7 @@ QVideoEncoderSettings QFLEncoder::videoSettings() const
     Sets the codec, by its name or its codec id, the bit rate (bits per second), the frame rate
     (frames a second), the size (pixels) and the quality to encode with. What \a settings leave
     unset the backend chooses. They hold from the next start() on; whether a part of them applies to
-    a run that is on is the backend's business (with the backend of this project the bit rate does).
+    a run that is on is the backend's business (with the GStreamer backend the bit rate does).
     Does nothing without a settings control. Settings that can't be used are reported by start().
 */
 void QFLEncoder::setVideoSettings(const QVideoEncoderSettings &settings)
@@ -514,8 +514,9 @@ bool QFLEncoder::encode(const QVideoFrame &frame)
 
 /*!
     Has the backend encode and hand out what it holds, and drain its sinks. Returns at once. Until
-    that is done encode() takes no frames; then the run goes on with a key frame. Does nothing
-    without an encode control.
+    that is done encode() takes no frames; then the run goes on with a key frame. The end shows in
+    QFLEncodedVideoSink::drain() of the sinks, and in QFLEncodeControl::endOfStream() of the control
+    that service() gives. Does nothing without an encode control.
 */
 void QFLEncoder::drain()
 {

@@ -60,7 +60,7 @@ QFLCodecInfo::~QFLCodecInfo() = default;
 
 /*!
     Returns whether there was no provider to describe the implementation. False doesn't say that a
-    backend knows it.
+    backend knows it: a default-constructed description, of the empty id, isn't null either.
 */
 bool QFLCodecInfo::isNull() const
 {
@@ -76,7 +76,7 @@ QByteArray QFLCodecInfo::codecId() const
 }
 
 /*!
-    Returns the name of the codec, its RTP encoding name with the backend of this project ("H264");
+    Returns the name of the codec, its RTP encoding name with the GStreamer backend ("H264");
     empty if no backend describes codecs.
 */
 QString QFLCodecInfo::codec() const
